@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QAccessible>
+
+#include <optional>
+
+class QWidget;
+
+namespace quillfen {
+
+/// Gives a widget the role under which assistive technology knows it. Painted widgets are nameless fillers without one.
+/// States (checked, selected, disabled) and values follow the widget: a checkable `QAbstractButton` reports its check,
+/// a widget with the property "accessibleValue" (QString) its value in words.
+void setRole(QWidget *widget, QAccessible::Role role);
+
+/// Role and name in one line, beside the widget's construction.
+void setAccessible(QWidget *widget, QAccessible::Role role, const QString &name);
+
+/// The value of a painted widget in words, and where it has one as a share of the whole (0 to 1). Writes the property
+/// "accessibleValue" and tells of the change; the same value again is silent.
+void setAccessibleValue(QWidget *widget, const QString &words, std::optional<double> share = {});
+
+/// Says `text` to a screen reader once, politely, as an alert of `widget`, whose role is `QAccessible::AlertMessage`
+/// and whose name becomes `text`. Qt 6.4 has no announcement of its own: a visible widget is told to have come into
+/// sight, which is what screen readers read alerts at. A hidden one is read when it is shown.
+void announce(QWidget *widget, const QString &text);
+
+} // namespace quillfen

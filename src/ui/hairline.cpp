@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/hairline.h"
+
+#include "ui/paint.h"
+#include "ui/theme.h"
+
+#include <QPainter>
+
+namespace quillfen {
+
+Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent)
+{
+    if (orientation == Qt::Horizontal) {
+        setFixedHeight(1);
+    } else {
+        setFixedWidth(1);
+    }
+}
+
+void Hairline::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintHairline(painter, rect(), Theme::line);
+}
+
+} // namespace quillfen

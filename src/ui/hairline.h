@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+
+namespace quillfen {
+
+/// A line between two parts of a form or a card, one device pixel wide or more.
+class Hairline final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Hairline(Qt::Orientation orientation = Qt::Horizontal, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace quillfen

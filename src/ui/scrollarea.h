@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QScrollArea>
+
+namespace quillfen {
+
+/// How wide the strip at a window's edge is by which the window is resized, where it has no frame of the system's.
+inline constexpr int windowEdge = 6;
+
+/// Scrolls its widget up and down, never sideways. The scroll bar lies over the contents, so that nothing moves when it
+/// comes and goes. Without frame and background of its own.
+class ScrollArea final : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit ScrollArea(QWidget *parent = nullptr);
+
+    /// For an area that reaches the window's edge: its scroll bar stands beside the strip that resizes the window.
+    void standOffWindowEdge();
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+};
+
+} // namespace quillfen
