@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "rpc/rpc.h"
+#include "state/appstate.h"
+
+#include <QCoroTask>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace quillfen {
+
+/// What is particular to one action of a board; how every action goes is `perform`.
+struct Action {
+    std::string method;
+    json::object params;
+    RPC::Seconds timeout{60};
+    QString before;                                         ///< the notice while it runs, none when empty
+    std::function<QString(const json::value &answer)> done; ///< the notice on success, none when empty
+    bool refresh = true;                                    ///< whether the state is read afresh after a success
+};
+
+/// How every action of a board goes after its confirmation: a notice, one call, a notice with the outcome, and on
+/// success the state read afresh. Resumes with the answer, or with nothing when the call failed (its reason was shown).
+/// Never throws. Main thread.
+[[nodiscard]] QCoro::Task<std::optional<json::value>> perform(std::shared_ptr<AppState> state, Action action);
+
+/// A `done` that says the same whatever the answer.
+[[nodiscard]] std::function<QString(const json::value &)> saying(QString words);
+
+} // namespace quillfen

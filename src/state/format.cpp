@@ -1,0 +1,232 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "state/format.h"
+
+#include "state/isomoment.h"
+#include "state/userlocale.h"
+
+#include <QCoreApplication>
+
+#include <unicode/calendar.h>
+#include <unicode/dtptngen.h>
+#include <unicode/simpleformatter.h>
+#include <unicode/smpdtfmt.h>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <memory>
+
+namespace quillfen {
+
+namespace {
+
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(Format)
+};
+
+constexpr char16_t narrowNoBreakSpace = u'\u202f';
+
+QString fromIcu(const icu::UnicodeString &text)
+{
+    return QString::fromUtf16(text.getBuffer(), text.length());
+}
+
+UDate udate(Instant instant)
+{
+    return static_cast<UDate>(instant.time_since_epoch().count());
+}
+
+icu::UnicodeString patternOf(std::unique_ptr<icu::DateFormat> format)
+{
+    icu::UnicodeString pattern;
+    if (const auto *const simple = dynamic_cast<const icu::SimpleDateFormat *>(format.get())) {
+        simple->toPattern(pattern);
+    }
+    return pattern;
+}
+
+/// The locale's medium date and short time, joined as it speaks of a moment: "… at …" in English, "… um …" in German.
+icu::UnicodeString momentPattern(const icu::Locale &locale)
+{
+    const icu::UnicodeString date = patternOf(
+        std::unique_ptr<icu::DateFormat>(icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, locale)));
+    const icu::UnicodeString time = patternOf(
+        std::unique_ptr<icu::DateFormat>(icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, locale)));
+
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> patterns(
+        icu::DateTimePatternGenerator::createInstance(locale, status));
+    icu::UnicodeString joined;
+    if (U_SUCCESS(status)) {
+        // The medium joint is a comma; the long one has the word.
+        const icu::SimpleFormatter joint(patterns->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
+        joint.format(time, date, joined, status);
+    }
+    return U_SUCCESS(status) ? joined : date + u' ' + time;
+}
+
+/// A formatter costs hundreds of times what it takes to use one, so that each thread keeps its own.
+class Formats final {
+public:
+    [[nodiscard]] static Formats &ofThread()
+    {
+        thread_local std::unique_ptr<Formats> formats;
+        if (formats == nullptr || formats->m_generation != localeGeneration()) {
+            formats.reset(new Formats);
+        }
+        return *formats;
+    }
+
+    QString longDate(Instant instant) { return format(m_long, u"EEE, MMM d · HH:mm:ss", instant); }
+
+    QString shortDate(Instant instant)
+    {
+        return isThisYear(instant) ? format(m_short, u"MMM d", instant)
+                                   : format(m_shortWithYear, u"MMM d, yyyy", instant);
+    }
+
+    QString moment(Instant instant)
+    {
+        if (m_moment == nullptr) {
+            m_moment = formatter(momentPattern(m_locale));
+        }
+        // Where the locale puts narrow no-break spaces, plain ones are shown: fonts without the former show a box.
+        return format(m_moment, u"", instant).replace(QChar(narrowNoBreakSpace), QLatin1Char(' '));
+    }
+
+private:
+    using Formatter = std::unique_ptr<icu::SimpleDateFormat>;
+
+    Formats() : m_generation(localeGeneration()), m_locale(datesLocale())
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        m_calendar.reset(icu::Calendar::createInstance(m_locale, status));
+    }
+
+    [[nodiscard]] Formatter formatter(const icu::UnicodeString &pattern) const
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::make_unique<icu::SimpleDateFormat>(pattern, m_locale, status);
+    }
+
+    QString format(Formatter &formatter, const char16_t *pattern, Instant instant)
+    {
+        if (formatter == nullptr) {
+            formatter = this->formatter(icu::UnicodeString(pattern));
+        }
+        icu::UnicodeString text;
+        return fromIcu(formatter->format(udate(instant), text));
+    }
+
+    [[nodiscard]] std::int32_t yearOf(Instant instant)
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        m_calendar->setTime(udate(instant), status);
+        return m_calendar->get(UCAL_EXTENDED_YEAR, status);
+    }
+
+    [[nodiscard]] bool isThisYear(Instant instant) { return yearOf(instant) == yearOf(now()); }
+
+    std::uint64_t m_generation;
+    icu::Locale m_locale;
+    std::unique_ptr<icu::Calendar> m_calendar;
+    Formatter m_long;
+    Formatter m_short;
+    Formatter m_shortWithYear;
+    Formatter m_moment;
+};
+
+/// With a decimal point whatever the locale, and halves to even, as "%.1f" has it in the C locale.
+QString oneDecimal(double number)
+{
+    std::array<char, 64> buffer{};
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, 1);
+    return QString::fromLatin1(buffer.data(), end - buffer.data());
+}
+
+/// A moment with a zone; or one without zone and without fraction, which is UTC then.
+std::optional<Instant> strictMoment(const QString &text)
+{
+    const std::optional<IsoMoment> moment = isoMoment(text);
+    return moment && (moment->zone || !moment->fraction) ? std::optional(moment->instant) : std::nullopt;
+}
+
+QStringView trimmedBlanks(QStringView text)
+{
+    const auto isBlank = [](QChar character) {
+        return character == QLatin1Char(' ') || character == QLatin1Char('\t');
+    };
+    while (!text.isEmpty() && isBlank(text.front())) {
+        text = text.sliced(1);
+    }
+    while (!text.isEmpty() && isBlank(text.back())) {
+        text.chop(1);
+    }
+    return text;
+}
+
+} // namespace
+
+QString gb(std::int64_t bytes)
+{
+    const double size = static_cast<double>(bytes) / 1'073'741'824.0;
+    if (size >= 1024.0) {
+        return Words::tr("%1 TB").arg(oneDecimal(size / 1024.0));
+    }
+    if (size == std::trunc(size)) {
+        return Words::tr("%1 GB").arg(static_cast<std::int64_t>(size));
+    }
+    return Words::tr("%1 GB").arg(oneDecimal(size));
+}
+
+QString ago(const QString &timestamp)
+{
+    using namespace std::chrono_literals;
+    const std::optional<Instant> moment = strictMoment(timestamp);
+    if (!moment) {
+        return timestamp;
+    }
+    const std::chrono::milliseconds passed = now() - *moment;
+    if (passed < 60s) {
+        return Words::tr("just now");
+    }
+    if (passed < 3'600s) {
+        return Words::tr("%1 min ago").arg(std::chrono::floor<std::chrono::minutes>(passed).count());
+    }
+    if (passed < 172'800s) {
+        return Words::tr("%1 h ago").arg(std::chrono::floor<std::chrono::hours>(passed).count());
+    }
+    return Formats::ofThread().moment(*moment);
+}
+
+std::optional<Instant> parseDate(const QString &text)
+{
+    const QStringView trimmed = trimmedBlanks(text);
+    std::optional<IsoMoment> moment = isoMoment(trimmed);
+    if (!moment) {
+        moment = isoMoment(trimmed, QLatin1Char(' '));
+    }
+    return moment ? std::optional(moment->instant) : std::nullopt;
+}
+
+QString shortDate(const QString &timestamp)
+{
+    const std::optional<Instant> moment = parseDate(timestamp);
+    return moment ? Formats::ofThread().shortDate(*moment) : timestamp;
+}
+
+QString longDate(const QString &timestamp)
+{
+    const std::optional<Instant> moment = parseDate(timestamp);
+    return moment ? Formats::ofThread().longDate(*moment) : timestamp;
+}
+
+QString capitalised(const QString &words)
+{
+    icu::UnicodeString text(words.utf16(), static_cast<std::int32_t>(words.size()));
+    return fromIcu(text.toTitle(nullptr, wordsLocale()));
+}
+
+} // namespace quillfen
