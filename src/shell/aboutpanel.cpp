@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/aboutpanel.h"
+
+#include "shell/product.h"
+#include "ui/brand.h"
+#include "ui/buttons.h"
+#include "ui/label.h"
+#include "ui/layout.h"
+#include "ui/theme.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+#include <QShortcut>
+
+namespace quillfen {
+
+namespace {
+
+constexpr int markSize = 64;
+constexpr int panelWidth = 360;
+constexpr int padding = 28;
+
+AgentLabel *centred(const QString &text, Type type, const QColor &colour)
+{
+    auto *label = new AgentLabel(text, type, colour);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+} // namespace
+
+AboutPanel::AboutPanel(const QString &applicationVersion, const QString &version, QWidget *parent) : QDialog(parent)
+{
+    setWindowTitle(tr("About Quillfen"));
+    setWindowFlag(Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setFixedWidth(panelWidth);
+
+    auto *credits = new Label(product::webSite(), Type::Caption, Theme::text);
+    credits->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto *close = new Button(tr("Close"), SecondaryButtonStyle{});
+    close->setDefault(true);
+    connect(close, &QAbstractButton::clicked, this, &QDialog::accept);
+    // The main window's keys end at its own edge.
+    connect(new QShortcut(Qt::CTRL | Qt::Key_W, this), &QShortcut::activated, this, &QDialog::reject);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, this, &AboutPanel::quitRequested);
+
+    setLayout(column({Item{new BrandMark(markSize), 0, Qt::AlignHCenter}, Space{16},
+                      centred(QStringLiteral("Quillfen"), Type::Title, Theme::heading), Space{4},
+                      centred(tr("Version %1").arg(applicationVersion), Type::Body, Theme::heading),
+                      centred(version, Type::Body, Theme::text), Space{12}, Item{credits, 0, Qt::AlignHCenter},
+                      Space{20}, Item{close, 0, Qt::AlignHCenter}},
+                     0, QMargins(padding, padding, padding, padding)));
+}
+
+void AboutPanel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Theme::bg);
+    painter.setPen(Theme::line);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace quillfen

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+class QWidget;
+
+namespace quillfen {
+
+class AboutPanel;
+class AppState;
+class StatusArea;
+
+/// What the desktop asks of the program as a whole: start, open a link, come back, tell about itself, end.
+///
+/// It holds the state weakly and only once the main window has appeared; until then there is no current state.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `arguments` is the command line, the program's name first.
+    explicit AppDelegate(QStringList arguments, QObject *parent = nullptr);
+
+    /// The start-up action, when the main window's content appears for the first time: makes `state` the current one,
+    /// takes the enrolment code and the wish for a new volume, and connects.
+    void windowAppeared(const std::shared_ptr<AppState> &state);
+    /// Looks for a status area, in which the program lives on without windows.
+    void openStatusArea();
+
+    /// Takes `quillfen:` links, one after the other, as the pending enrolment code; the last one stays. Others are
+    /// ignored, and all of them are while there is no current state.
+    ///
+    /// "quillfen" is taken in lower case only. A link that the desktop hands over as a `QFileOpenEvent` is a `QUrl` by
+    /// then, which has lower-cased its scheme and keeps no original: there "QUILLFEN:" counts as well.
+    void open(const QStringList &links);
+    /// Brings the first main window back unless some window is visible. Always true: the wish is taken care of.
+    bool reopen(bool hasVisibleWindows);
+    /// Shows the about panel, or brings it back to the front.
+    AboutPanel *about();
+
+Q_SIGNALS:
+    /// The program should end: the user asked for it, or the last window is gone and nothing would bring it back.
+    void quitRequested();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void lastWindowClosed();
+
+    QStringList m_arguments;
+    std::weak_ptr<AppState> m_current;
+    StatusArea *m_statusArea = nullptr;
+};
+
+} // namespace quillfen

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/appdelegate.h"
+#include "shell/launch.h"
+#include "shell/mainwindow.h"
+#include "shell/platform.h"
+#include "shell/rootview.h"
+#include "shell/tour.h"
+#include "state/appstate.h"
+#include "ui/focusring.h"
+#include "ui/housestyle.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+
+using namespace quillfen;
+
+namespace {
+
+constexpr int usageError = 2;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Main", text);
+}
+
+void print(std::FILE *stream, const QString &text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
+/// The exit code where the program ends without a window: it was only asked something, or cannot start.
+std::optional<int> endWithoutWindow(const LaunchOptions &options)
+{
+    if (options.problem) {
+        print(stderr, *options.problem + u'\n' + tr("Try: quillfen --help") + u'\n');
+        return usageError;
+    }
+    if (options.help || options.version) {
+        print(stdout, options.help ? helpText() : QStringLiteral("quillfen %1\n").arg(AppState::appVersion()));
+        return EXIT_SUCCESS;
+    }
+    if (const std::optional<QString> problem = platform::displayProblem()) {
+        print(stderr, *problem + u'\n');
+        return EXIT_FAILURE;
+    }
+    return std::nullopt;
+}
+
+/// Qt ends the program by an abort where a display is named but does not answer; a sentence and an exit code do better.
+void explainFatal(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    print(stderr, message + u'\n');
+    if (type == QtFatalMsg) {
+        print(stderr, tr("Quillfen cannot start. Is the display that DISPLAY or WAYLAND_DISPLAY names there?") + u'\n');
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
+int runWindow(QApplication &application, const QStringList &arguments, const LaunchOptions &options)
+{
+    applyHouseLook(application);
+    installFocusRing(application);
+
+    const std::shared_ptr<AppState> state = AppState::create();
+    AppDelegate delegate(arguments);
+    MainWindow window(state);
+    QObject::connect(&window.root(), &RootView::appeared, &delegate, [&] {
+        delegate.windowAppeared(state);
+        delegate.open(options.links);
+        if (!options.tourFolder) {
+            delegate.openStatusArea();
+        }
+    });
+    QObject::connect(&window.root(), &RootView::aboutRequested, &delegate, &AppDelegate::about);
+    QObject::connect(&window, &MainWindow::quitRequested, &application, &QApplication::quit);
+    QObject::connect(&delegate, &AppDelegate::quitRequested, &application, &QApplication::quit);
+    window.show();
+
+    const int code = options.tourFolder ? runTour(window, delegate, state, *options.tourFolder) : QApplication::exec();
+    state->shutDown();
+    return code;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QStringList arguments = argumentsOf(argc, argv);
+    const LaunchOptions options = launchOptionsFrom(arguments);
+    if (const std::optional<int> code = endWithoutWindow(options)) {
+        return *code;
+    }
+
+    QtMessageHandler usual = qInstallMessageHandler(explainFatal);
+    QApplication application(argc, argv);
+    qInstallMessageHandler(usual);
+    QApplication::setApplicationName(QStringLiteral("Quillfen"));
+    QApplication::setDesktopFileName(QStringLiteral("quillfen"));
+    return runWindow(application, arguments, options);
+}

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class QObject;
+class QWidget;
+
+/// What the window system of each platform wants done differently. One source file each.
+namespace quillfen::platform {
+
+/// Takes the title bar away, so that the content begins at the window's top edge. Call it before the window is shown.
+void hideTitleBar(QWidget &window);
+
+/// The window has to bring its own controls and its own border for resizing.
+[[nodiscard]] bool drawsOwnFrame();
+
+/// Room at the top of the sidebar for the controls that the system puts there.
+[[nodiscard]] int sidebarTopInset();
+
+/// The keys that refresh.
+[[nodiscard]] QList<QKeySequence> refreshKeys();
+
+/// The service manager's own command that restarts the agent, beside the product's; none where they are the same.
+[[nodiscard]] std::optional<QString> serviceRestartCommand();
+
+/// Why no window can be shown, and what to do about it, in words for the terminal; none when nothing speaks against it.
+/// Needs no application object.
+[[nodiscard]] std::optional<QString> displayProblem();
+
+/// Calls `then`, perhaps more than once, as soon as the desktop has room for status icons; never where it has none.
+/// `context` ends the wait.
+void whenStatusAreaExists(QObject &context, const std::function<void()> &then);
+
+} // namespace quillfen::platform

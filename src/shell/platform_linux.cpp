@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/platform.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+namespace quillfen::platform {
+
+void hideTitleBar(QWidget &window)
+{
+    window.setWindowFlag(Qt::FramelessWindowHint);
+}
+
+bool drawsOwnFrame()
+{
+    return true;
+}
+
+int sidebarTopInset()
+{
+    return 0;
+}
+
+QList<QKeySequence> refreshKeys()
+{
+    return {QKeySequence(Qt::Key_F5)};
+}
+
+std::optional<QString> serviceRestartCommand()
+{
+    return QStringLiteral("systemctl --user restart quillfen-agent");
+}
+
+std::optional<QString> displayProblem()
+{
+    const bool chosen = !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    if (chosen || !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        return std::nullopt;
+    }
+    return QCoreApplication::translate("Platform",
+                                       "Quillfen needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set.\n"
+                                       "Start it from a desktop session, or in a virtual display: xvfb-run quillfen");
+}
+
+} // namespace quillfen::platform

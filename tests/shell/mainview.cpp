@@ -1,0 +1,207 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/mainview.h"
+
+#include "boards/volumes/volumesview.h"
+#include "shell/sidebarentry.h"
+#include "shell/titleboard.h"
+#include "states.h"
+#include "support/fakeagent.h"
+#include "ui/searchfield.h"
+
+#include <QPointer>
+
+#include <gmock/gmock.h>
+
+namespace quillfen {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace test;
+using testing::Contains;
+
+struct ShownView {
+    explicit ShownView(std::shared_ptr<AppState> shownState) : state(std::move(shownState)), view(state)
+    {
+        view.resize(1180, 760);
+        view.show();
+        view.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&view, key, modifiers);
+    }
+    void navigate(const char *values) { state->notifications().post(Notifications::navigate, record(values)); }
+
+    std::shared_ptr<AppState> state;
+    MainView view;
+};
+
+Section startOn(const char *wish)
+{
+    const Environment environment("QUILLFEN_START_SECTION", wish);
+    return MainView(signedInState()).section();
+}
+
+TEST(MainView, StartsWhereTheEnvironmentSays)
+{
+    EXPECT_EQ(MainView(signedInState()).section(), Section::Volumes);
+    EXPECT_EQ(startOn("Get"), Section::Export);
+    EXPECT_EQ(startOn("time"), Section::TimeTravel);
+    EXPECT_EQ(startOn("timetravel"), Section::Volumes);
+    EXPECT_EQ(startOn("newvolume"), Section::Volumes);
+    EXPECT_EQ(startOn(""), Section::Volumes);
+}
+
+TEST(MainView, StartsOnOperatorAlsoForOthersWithTheEntryHidden)
+{
+    const Environment environment("QUILLFEN_START_SECTION", "operator");
+    MainView view(signedInState());
+    EXPECT_EQ(view.section(), Section::Operator);
+    EXPECT_EQ(named<SidebarEntry>(view, u"Operator"_s), nullptr);
+    EXPECT_NE(view.findChild<TitleBoard *>(), nullptr);
+}
+
+TEST(MainView, ShowsTheBoardOfTheSectionAndOnlyThat)
+{
+    ShownView shown(signedInState());
+    const QPointer<VolumesView> volumes = shown.view.findChild<VolumesView *>();
+    ASSERT_NE(volumes, nullptr);
+    EXPECT_TRUE(volumes->isVisible());
+    QTest::mouseClick(named<SidebarEntry>(shown.view, u"History policy"_s), Qt::LeftButton);
+    EXPECT_EQ(shown.view.section(), Section::Policy);
+    EXPECT_THAT(texts(shown.view), Contains(u"How long each second is kept."_s));
+    EXPECT_TRUE(waitFor([&] { return volumes == nullptr; }));
+}
+
+TEST(MainView, TakesTheFocusOfABoardThatGoes)
+{
+    ShownView shown(signedInState());
+    shown.press(Qt::Key_F, Qt::ControlModifier);
+    auto *search = shown.view.findChild<SearchField *>();
+    ASSERT_NE(search, nullptr);
+    ASSERT_TRUE(search->hasFocus());
+    shown.press(Qt::Key_2, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.section(), Section::TimeTravel);
+    EXPECT_TRUE(shown.view.hasFocus()) << "and not the next control in line, which is far away";
+}
+
+TEST(MainView, GivesEverySectionItsTitleAndALine)
+{
+    ShownView shown(signedInState());
+    const std::vector<std::pair<Section, QString>> lines{
+        {Section::TimeTravel, u"No volumes yet."_s},
+        {Section::Policy, u"How long each second is kept."_s},
+        {Section::Export, u"A full copy of a volume as it is now, yours to keep outside Quillfen."_s},
+        {Section::Account, u"0 GB allocated to volumes, including locked history"_s},
+        {Section::Operator, u"Hubs · Users · Tokens · Exports"_s},
+        {Section::Advanced, u"Every operation, as the quill command sees it. Pick one."_s},
+    };
+    for (const auto &[section, line] : lines) {
+        shown.view.setSection(section);
+        QWidget *board = nullptr;
+        for (TitleBoard *candidate : shown.view.findChildren<TitleBoard *>()) {
+            board = candidate->isHidden() ? board : candidate;
+        }
+        ASSERT_NE(board, nullptr);
+        EXPECT_THAT(texts(*board), Contains(rawTitle(section)));
+        EXPECT_THAT(texts(*board), Contains(line));
+    }
+}
+
+TEST(MainView, GoesToTimeTravelWhenABoardAsksForIt)
+{
+    ShownView shown(signedInState());
+    shown.navigate(R"({"section": "timetravel", "volume": 7})");
+    EXPECT_EQ(shown.view.section(), Section::TimeTravel);
+    EXPECT_TRUE(named<SidebarEntry>(shown.view, u"Time travel"_s)->isChecked());
+}
+
+TEST(MainView, IgnoresEveryOtherNavigation)
+{
+    ShownView shown(signedInState());
+    shown.view.setSection(Section::Account);
+    for (const char *values : {R"({"section": "volumes"})", R"({"section": "Time travel"})",
+                               R"({"section": "TIMETRAVEL"})", R"({"section": null})", R"({"volume": 7})", R"({})"}) {
+        shown.navigate(values);
+        EXPECT_EQ(shown.view.section(), Section::Account) << values;
+    }
+}
+
+TEST(MainView, HearsNothingAfterItsEnd)
+{
+    const std::shared_ptr<AppState> state = signedInState();
+    auto view = std::make_unique<MainView>(state);
+    view.reset();
+    state->notifications().post(Notifications::navigate, record(R"({"section": "timetravel"})"));
+    EXPECT_EQ(MainView(state).section(), Section::Volumes);
+}
+
+TEST(MainView, GoesToSectionsByTheirNumber)
+{
+    ShownView shown(signedInState(R"({"signed_in": true, "is_admin": true})"));
+    for (int number = 7; number >= 1; --number) {
+        shown.press(Qt::Key(Qt::Key_0 + number), Qt::ControlModifier);
+        EXPECT_EQ(shown.view.section(), allSections.at(static_cast<std::size_t>(number - 1)));
+    }
+}
+
+TEST(MainView, DoesNothingForTheNumberOfAHiddenSection)
+{
+    ShownView shown(signedInState());
+    shown.press(Qt::Key_6, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.section(), Section::Volumes);
+    shown.press(Qt::Key_7, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.section(), Section::Advanced);
+}
+
+TEST(MainView, AsksForANewVolumeByKey)
+{
+    ShownView shown(signedInState());
+    shown.press(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_TRUE(shown.state->showNewVolume());
+}
+
+TEST(MainView, HoldsStillBeneathASheet)
+{
+    ShownView shown(signedInState());
+    shown.state->showNewVolume = true;
+    shown.press(Qt::Key_7, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.section(), Section::Volumes);
+}
+
+TEST(MainView, PutsTheCursorIntoTheSearchByKey)
+{
+    const std::shared_ptr<AppState> state = signedInState();
+    const json::value volumes = json::parse(R"([{"id": 1, "name": "Documents"}])");
+    state->volumes = records(&volumes);
+    ShownView shown(state);
+    shown.press(Qt::Key_F, Qt::ControlModifier);
+    auto *search = shown.view.findChild<SearchField *>();
+    ASSERT_NE(search, nullptr);
+    EXPECT_TRUE(search->hasFocus());
+    shown.view.setSection(Section::Advanced);
+    shown.press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(shown.view.section(), Section::Advanced);
+}
+
+TEST(MainView, RefreshesByKey)
+{
+    FakeAgent agent;
+    agent.allowUnexpected();
+    agent.answer("auth.status", json::parse(R"({"signed_in": true})"));
+    const Environment socket("QUILL_AGENT_SOCKET", QByteArray::fromStdString(agent.path()));
+    const std::shared_ptr<AppState> state = AppState::create();
+    state->connect();
+    ASSERT_TRUE(waitFor([&] { return state->signedIn() && agent.count("events.subscribe") == 1; }));
+    const std::size_t before = agent.count("auth.status");
+    ShownView shown(state);
+    shown.press(Qt::Key_F5);
+    EXPECT_TRUE(waitFor([&] { return agent.count("auth.status") == before + 1; }));
+    state->shutDown();
+}
+
+} // namespace
+} // namespace quillfen
