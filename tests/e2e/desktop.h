@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "element.h"
+#include "process.h"
+
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quillfen::e2e {
+
+/// What the accessibility bus told: "object:property-change:accessible-name" and the like, and who it was about.
+struct Event {
+    std::string type;
+    bool on = false; ///< for a change of state: whether it holds now
+    Element source;
+};
+
+/// A whole desktop for one test program: an X display in memory, a session bus with the accessibility bus behind it, a
+/// window manager, and folders that go with it. One per process: the accessibility library knows one bus.
+class Desktop final {
+public:
+    /// Starts all of it; throws when a part does not come up.
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop &) = delete;
+    Desktop &operator=(const Desktop &) = delete;
+
+    /// The one that runs.
+    [[nodiscard]] static Desktop &instance();
+
+    [[nodiscard]] const std::filesystem::path &folder() const noexcept { return m_folder; }
+    [[nodiscard]] std::filesystem::path home() const { return m_folder / "home"; }
+    [[nodiscard]] std::filesystem::path agentSocket() const { return m_folder / "agent.sock"; }
+    /// What programs on this desktop find in their environment.
+    [[nodiscard]] Environment environment() const;
+
+    /// The accessibility tree of a program; nothing until it has joined.
+    [[nodiscard]] Element application(pid_t process) const;
+    /// Whether a screen reader was given a reason to speak this text by itself: an alert appeared with it or changed to
+    /// it.
+    [[nodiscard]] bool announced(const std::string &text) const;
+
+private:
+    class Listener;
+
+    void start(const std::string &name, const std::vector<std::string> &command);
+    void startDisplay();
+    void startBus();
+    void startWindowManager();
+
+    std::filesystem::path m_folder;
+    std::string m_display;
+    std::vector<std::unique_ptr<Process>> m_processes;
+    std::unique_ptr<Listener> m_listener;
+    std::deque<Event> m_events; ///< oldest first; grows during any question to a program, also while it is read
+};
+
+} // namespace quillfen::e2e

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "input.h"
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include <X11/XKBlib.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+namespace quillfen::e2e {
+namespace {
+
+Display *display()
+{
+    // Never closed: the display is gone before static objects are, and saying goodbye to it would end the process.
+    static Display *const connection = XOpenDisplay(nullptr);
+    if (!connection) {
+        throw std::runtime_error("no display to send keys to");
+    }
+    return connection;
+}
+
+KeySym keyOf(const std::string &name)
+{
+    if (name == "Ctrl") {
+        return XK_Control_L;
+    }
+    if (name == "Shift") {
+        return XK_Shift_L;
+    }
+    if (name == "Alt") {
+        return XK_Alt_L;
+    }
+    const KeySym key = XStringToKeysym(name.c_str());
+    if (key == NoSymbol) {
+        throw std::invalid_argument("no key is called " + name);
+    }
+    return key;
+}
+
+void send(KeySym key, bool down)
+{
+    XTestFakeKeyEvent(display(), XKeysymToKeycode(display(), key), down ? True : False, CurrentTime);
+    XSync(display(), False);
+}
+
+void tap(KeySym key)
+{
+    const bool shifted = XkbKeycodeToKeysym(display(), XKeysymToKeycode(display(), key), 0, 0) != key;
+    if (shifted) {
+        send(XK_Shift_L, true);
+    }
+    send(key, true);
+    send(key, false);
+    if (shifted) {
+        send(XK_Shift_L, false);
+    }
+}
+
+void movePointer(int x, int y)
+{
+    XTestFakeMotionEvent(display(), -1, x, y, CurrentTime);
+    XSync(display(), False);
+}
+
+void button(bool down)
+{
+    XTestFakeButtonEvent(display(), 1, down ? True : False, CurrentTime);
+    XSync(display(), False);
+}
+
+} // namespace
+
+void pressKeys(const std::string &chord)
+{
+    std::vector<KeySym> keys;
+    for (std::size_t start = 0; start < chord.size();) {
+        const std::size_t end = std::min(chord.find('+', start), chord.size());
+        keys.push_back(keyOf(chord.substr(start, end - start)));
+        start = end + 1;
+    }
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+        send(*key, true);
+    }
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+        send(*key, false);
+    }
+}
+
+void typeText(const std::string &text)
+{
+    for (const char character : text) {
+        tap(static_cast<KeySym>(character)); // the key symbols of printable ASCII are its codes
+    }
+}
+
+void clickAt(int x, int y)
+{
+    movePointer(x, y);
+    button(true);
+    button(false);
+}
+
+Drag::Drag(int x, int y) : m_x(x), m_y(y)
+{
+    movePointer(x, y);
+    button(true);
+}
+
+Drag::~Drag()
+{
+    button(false);
+}
+
+void Drag::moveBy(int dx, int dy)
+{
+    m_x += dx;
+    m_y += dy;
+    movePointer(m_x, m_y);
+}
+
+Rect windowOnScreen()
+{
+    const Window root = DefaultRootWindow(display());
+    const Atom list = XInternAtom(display(), "_NET_CLIENT_LIST", False);
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char *value = nullptr;
+    XGetWindowProperty(display(), root, list, 0, 1, False, XA_WINDOW, &type, &format, &count, &left, &value);
+    const std::unique_ptr<unsigned char, int (*)(void *)> windows(value, XFree);
+    if (count == 0) {
+        return {};
+    }
+    const Window window = *reinterpret_cast<const Window *>(windows.get());
+    Window child = None;
+    Rect result;
+    XWindowAttributes attributes{};
+    XTranslateCoordinates(display(), window, root, 0, 0, &result.x, &result.y, &child);
+    XGetWindowAttributes(display(), window, &attributes);
+    result.width = attributes.width;
+    result.height = attributes.height;
+    return result;
+}
+
+} // namespace quillfen::e2e

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "element.h"
+
+#include <string>
+
+namespace quillfen::e2e {
+
+/// Presses and releases keys as a hand does, through the display: "Tab", "Ctrl+1", "Shift+Tab", "Escape". Keys have the
+/// names that the X window system gives them.
+void pressKeys(const std::string &chord);
+
+/// Types a text of printable ASCII, key by key.
+void typeText(const std::string &text);
+
+/// Moves the pointer to a place on the screen and clicks the left button.
+void clickAt(int x, int y);
+
+/// The left button, pressed at a place on the screen and held until this object goes. What is being dragged answers
+/// when it can: move on for as long as it has not.
+class Drag final {
+public:
+    Drag(int x, int y);
+    ~Drag();
+    Drag(const Drag &) = delete;
+    Drag &operator=(const Drag &) = delete;
+
+    void moveBy(int dx, int dy);
+
+private:
+    int m_x;
+    int m_y;
+};
+
+/// Where the window manager has the first window at this moment. The window's program is only told when a drag is over.
+[[nodiscard]] Rect windowOnScreen();
+
+} // namespace quillfen::e2e
