@@ -25,7 +25,7 @@ constexpr QMargins sides{16, 0, 16, 0};
 /// Buttons of rows say to a screen reader which row they belong to.
 void nameButton(Button *button, const QString &row)
 {
-    button->setAccessibleName(QStringLiteral("%1, %2").arg(button->text(), row));
+    button->setAccessibleName(QStringLiteral("%1, %2").arg(button->text(), madeVisible(row)));
 }
 
 void paintDivider(QWidget *row)
