@@ -6,6 +6,7 @@
 #include "ui/label.h"
 #include "ui/layout.h"
 #include "ui/paint.h"
+#include "ui/roundmask.h"
 #include "ui/scrim.h"
 #include "ui/scrollarea.h"
 #include "ui/shadow.h"
@@ -13,7 +14,6 @@
 #include "ui/theme.h"
 
 #include <QApplication>
-#include <QBitmap>
 #include <QBoxLayout>
 #include <QPainter>
 #include <QScreen>
@@ -137,7 +137,9 @@ TextField *AlertDialog::addField(int width, const QString &accessibleName, const
     field->setText(initial);
     m_body->addSpacing(12);
     m_body->addWidget(field, 0, Qt::AlignLeft);
-    m_first = field;
+    if (!m_first) {
+        m_first = field;
+    }
     return field;
 }
 
@@ -215,17 +217,9 @@ void AlertDialog::reject()
 void AlertDialog::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
-    if (m_shadowed) {
-        return;
+    if (!m_shadowed) {
+        cutRoundCorners(this, radius);
     }
-    QBitmap shape(size());
-    shape.clear();
-    QPainter painter(&shape);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::color1);
-    painter.drawRoundedRect(rect(), radius, radius);
-    painter.end();
-    setMask(shape);
 }
 
 void AlertDialog::paintEvent(QPaintEvent *)

@@ -82,4 +82,24 @@ std::optional<QString> askText(QWidget *parent, const QString &title, const QStr
     return field->text();
 }
 
+std::optional<QStringList> askTexts(QWidget *parent, const QString &title, const QString &text,
+                                    const QStringList &placeholders, const QString &verb)
+{
+    AlertDialog dialog(parent, title);
+    dialog.addText(text);
+    QList<const TextField *> fields;
+    for (const QString &placeholder : placeholders) {
+        fields.append(dialog.addField(nameFieldWidth, placeholder, {}, placeholder));
+    }
+    addAnswers(dialog, verb, Destructive::No);
+    if (!dialog.ask()) {
+        return std::nullopt;
+    }
+    QStringList texts;
+    for (const TextField *const field : fields) {
+        texts.append(field->text());
+    }
+    return texts;
+}
+
 } // namespace quillfen

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -33,5 +34,10 @@ void showSecret(QWidget *parent, const QString &what, const QString &secret);
 [[nodiscard]] std::optional<QString> askText(QWidget *parent, const QString &title, const QString &text,
                                              const QString &initial, const QString &verb,
                                              const QString &placeholder = {});
+
+/// The texts of several fields, one below the other, each with the placeholder that names it; as they were typed, when
+/// the user chose `verb`, and nothing for any other outcome.
+[[nodiscard]] std::optional<QStringList> askTexts(QWidget *parent, const QString &title, const QString &text,
+                                                  const QStringList &placeholders, const QString &verb);
 
 } // namespace quillfen

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QEvent>
 #include <QVariant>
 #include <QWidget>
@@ -16,6 +17,35 @@ namespace {
 constexpr const char *roleProperty = "accessibleRole";
 constexpr const char *valueProperty = "accessibleValue";
 constexpr const char *numberProperty = "accessibleNumber";
+
+/// Whether a modal window keeps mouse and keyboard away from the widget.
+bool isBehindModal(const QWidget &widget)
+{
+    const QWidget *const modal = QApplication::activeModalWidget();
+    const QWidget *part = &widget;
+    while (part != nullptr && part != modal) {
+        part = part->parentWidget(); // also from a window to the one it stands over
+    }
+    return modal != nullptr && part == nullptr;
+}
+
+/// Assistive technology reaches what mouse and keyboard reach, and no more.
+bool isInReach(const QWidget &widget)
+{
+    return widget.isEnabled() && !isBehindModal(widget);
+}
+
+/// Presses the button from the event loop: what it does may last as long as a dialog, while the one who asked waits for
+/// an answer. A button that is gone by then takes its press along.
+void pressSoon(QAbstractButton *button)
+{
+    const auto press = [button] {
+        if (button->isVisible() && isInReach(*button)) {
+            button->click();
+        }
+    };
+    QMetaObject::invokeMethod(button, press, Qt::QueuedConnection);
+}
 
 /// A painted widget as assistive technology sees it. Its value in words is a text to read, since the bridge passes on
 /// only numbers as values; the number is there besides, where the widget has one.
@@ -46,6 +76,10 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         if (role() == QAccessible::StaticText || role() == QAccessible::Heading) {
             state.readOnly = true;
+            // A line that is kept free for a text to come is nothing to stop at.
+            if (text(QAccessible::Name).isEmpty()) {
+                state.invisible = true;
+            }
         }
         if (button() == nullptr) {
             return state;
@@ -66,7 +100,8 @@ public:
         if (type == QAccessible::TextInterface && widget()->property(valueProperty).isValid()) {
             return static_cast<QAccessibleTextInterface *>(this);
         }
-        if (type == QAccessible::ValueInterface && widget()->property(numberProperty).isValid()) {
+        if (type == QAccessible::ValueInterface &&
+            (adjustable() != nullptr || widget()->property(numberProperty).isValid())) {
             return static_cast<QAccessibleValueInterface *>(this);
         }
         return QAccessibleWidget::interface_cast(type);
@@ -80,13 +115,19 @@ public:
         if (button() != nullptr && widget()->isEnabled()) {
             names += buttonAction();
         }
+        if (adjustable() != nullptr && widget()->isEnabled()) {
+            names << increaseAction() << decreaseAction();
+        }
         return names + QAccessibleWidget::actionNames();
     }
 
     void doAction(const QString &name) override
     {
         if (button() != nullptr && widget()->isEnabled() && name == buttonAction()) {
-            button()->click();
+            pressSoon(button());
+        } else if (adjustable() != nullptr && (name == increaseAction() || name == decreaseAction())) {
+            const double step = adjustable()->numberStep();
+            setCurrentValue(adjustable()->accessibleNumber() + (name == increaseAction() ? step : -step));
         } else {
             QAccessibleWidget::doAction(name);
         }
@@ -96,11 +137,30 @@ public:
 
     // The value as a number.
 
-    [[nodiscard]] QVariant currentValue() const override { return widget()->property(numberProperty); }
-    void setCurrentValue(const QVariant &) override {}
-    [[nodiscard]] QVariant maximumValue() const override { return 1.0; }
-    [[nodiscard]] QVariant minimumValue() const override { return 0.0; }
-    [[nodiscard]] QVariant minimumStepSize() const override { return 0.0; }
+    [[nodiscard]] QVariant currentValue() const override
+    {
+        return adjustable() != nullptr ? adjustable()->accessibleNumber() : widget()->property(numberProperty);
+    }
+    void setCurrentValue(const QVariant &value) override
+    {
+        bool isNumber = false;
+        const double number = value.toDouble(&isNumber);
+        if (adjustable() != nullptr && isNumber && isInReach(*widget())) {
+            adjustable()->adjustTo(number);
+        }
+    }
+    [[nodiscard]] QVariant maximumValue() const override
+    {
+        return adjustable() != nullptr ? adjustable()->largestNumber() : 1.0;
+    }
+    [[nodiscard]] QVariant minimumValue() const override
+    {
+        return adjustable() != nullptr ? adjustable()->smallestNumber() : 0.0;
+    }
+    [[nodiscard]] QVariant minimumStepSize() const override
+    {
+        return adjustable() != nullptr ? adjustable()->numberStep() : 0.0;
+    }
 
     // The value in words, to be read and not to be changed.
 
@@ -125,6 +185,7 @@ public:
 
 private:
     [[nodiscard]] QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
+    [[nodiscard]] AdjustableValue *adjustable() const { return dynamic_cast<AdjustableValue *>(widget()); }
     [[nodiscard]] QString words() const { return widget()->property(valueProperty).toString(); }
     [[nodiscard]] QString buttonAction() const
     {

@@ -22,6 +22,23 @@ void setAccessible(QWidget *widget, QAccessible::Role role, const QString &name)
 /// "accessibleValue" and tells of the change; the same value again is silent.
 void setAccessibleValue(QWidget *widget, const QString &words, std::optional<double> share = {});
 
+/// What a widget offers besides its role when assistive technology may change its value: a number to read and to set.
+/// The widget implements it, and tells of changes by `setAccessibleValue`, whose second value then is the number.
+class AdjustableValue {
+public:
+    AdjustableValue() = default;
+    virtual ~AdjustableValue() = default;
+    AdjustableValue(const AdjustableValue &) = delete;
+    AdjustableValue &operator=(const AdjustableValue &) = delete;
+
+    [[nodiscard]] virtual double accessibleNumber() const = 0;
+    [[nodiscard]] virtual double smallestNumber() const = 0;
+    [[nodiscard]] virtual double largestNumber() const = 0;
+    /// By how much the actions "increase" and "decrease" change it.
+    [[nodiscard]] virtual double numberStep() const { return 1.0; }
+    virtual void adjustTo(double number) = 0;
+};
+
 /// Says `text` to a screen reader once, politely, as an alert of `widget`, whose role is `QAccessible::AlertMessage`
 /// and whose name becomes `text`. Qt 6.4 has no announcement of its own: a visible widget is told to have come into
 /// sight, which is what screen readers read alerts at. A hidden one is read when it is shown.

@@ -34,7 +34,8 @@ BoardFrame::BoardFrame(const QString &title, QWidget *parent)
 {
     setRole(m_title, QAccessible::Heading);
     m_subtitle->hide();
-    auto *texts = column({m_title, Space{lineGap}, m_subtitle}, 0, {0, top, 0, 0});
+    // The gap goes with the second line: beneath a title that stands alone it would cut off the feet of its letters.
+    auto *texts = column({m_title, m_subtitle}, lineGap, {0, top, 0, 0});
     auto *head = row({}, actionGap);
     head->addLayout(texts, 1);
     head->addLayout(m_actions);
@@ -68,6 +69,18 @@ void BoardFrame::setSubtitle(const QString &text)
     placeMargins();
 }
 
+void BoardFrame::setHead(QWidget *head)
+{
+    m_ownHead = head;
+    m_title->hide();
+    m_subtitle->hide();
+    auto *const layout = static_cast<QBoxLayout *>(m_head->layout());
+    layout->setSpacing(0);
+    layout->setStretch(0, 0);
+    layout->insertWidget(0, head, 1, Qt::AlignBottom);
+    placeMargins();
+}
+
 void BoardFrame::setBodyWidget(QWidget *widget)
 {
     delete m_scroll;
@@ -88,7 +101,7 @@ void BoardFrame::placeMargins()
     const int side = margin();
     const bool twoLines = !m_subtitle->isHidden();
     const int texts = lineHeight(Type::Title) + (twoLines ? lineGap + lineHeight(Type::Body) : 0);
-    m_head->setFixedHeight(top + texts + bottom);
+    m_head->setFixedHeight(top + (m_ownHead != nullptr ? m_ownHead->sizeHint().height() : texts) + bottom);
     m_head->layout()->setContentsMargins(side, 0, side, bottom);
     if (m_scroll != nullptr) {
         m_scroll->widget()->layout()->setContentsMargins(side, 0, side, side);

@@ -25,6 +25,8 @@ public:
 
     /// What stands at the right on the lower edge of the title block, left to right.
     [[nodiscard]] QBoxLayout *actions() const noexcept { return m_actions; }
+    /// Stands in the title block instead of title, second line and actions.
+    void setHead(QWidget *head);
     /// The cards, top to bottom, 16 apart. Ends in a stretch of its own: a board need not add one.
     [[nodiscard]] QBoxLayout *body() const noexcept { return m_body; }
     /// Takes the whole body, without scrolling around it, for boards that scroll themselves.
@@ -43,6 +45,7 @@ private:
     void placeMargins();
 
     QWidget *m_head;
+    QWidget *m_ownHead = nullptr;
     AgentLabel *m_title;
     AgentLabel *m_subtitle;
     QBoxLayout *m_actions;

@@ -22,6 +22,7 @@ constexpr int radius = 6;
 constexpr int pictureSize = 16;
 constexpr int iconGap = 5;
 constexpr int iconPadding = 8;
+constexpr int leastPadding = 6; ///< of a button that is narrower than it asks for
 constexpr int spinnerSize = 14;
 constexpr int spinnerGap = 6;
 
@@ -83,8 +84,16 @@ void Button::setRunning(bool running)
     }
     if (m_spinner != nullptr) {
         m_spinner->setVisible(running);
+        m_spinner->move(contents().left(), (height() - spinnerSize) / 2); // a wide button keeps its size
     }
+    // What is disabled hands the keyboard on, and there a second Enter would do something else: the window leaves it.
+    setProperty("keepsFocus", running);
     QAbstractButton::setEnabled(m_enabled && !running);
+    setProperty("keepsFocus", {});
+    // Where the window was left meanwhile, it could not give the keyboard back.
+    if (isEnabled() && isActiveWindow() && window()->focusWidget() == this && !hasFocus()) {
+        setFocus(Qt::OtherFocusReason);
+    }
     updateGeometry();
     update();
 }
@@ -129,12 +138,14 @@ int Button::leadingWidth() const
     return m_icon ? pictureSize + iconGap : 0;
 }
 
-/// Picture and label, centred as one where the button is wider than it asks for.
+/// Picture and label, centred as one where the button is wider than it asks for. Where it is narrower the padding gives
+/// way before the label does.
 QRect Button::contents() const
 {
-    const int surplus = std::max(0, width() - sizeHint().width());
+    const int surplus = std::max(width() - sizeHint().width(), -2 * (sidePadding(m_height) - leastPadding));
     const int left = m_icon && !m_running ? 1 + iconPadding : sidePadding(m_height);
-    return rect().adjusted(left + surplus / 2, 0, -sidePadding(m_height) - (surplus + 1) / 2, 0);
+    const int more = surplus / 2;
+    return rect().adjusted(std::max(left + more, 0), 0, -sidePadding(m_height) - (surplus - more), 0);
 }
 
 void Button::paintEvent(QPaintEvent *)

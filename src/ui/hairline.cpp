@@ -9,7 +9,7 @@
 
 namespace quillfen {
 
-Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent)
+Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent), m_colour(Theme::line)
 {
     if (orientation == Qt::Horizontal) {
         setFixedHeight(1);
@@ -18,10 +18,15 @@ Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(paren
     }
 }
 
+Hairline::Hairline(const QColor &colour, QWidget *parent) : QWidget(parent), m_colour(colour)
+{
+    setFixedHeight(1);
+}
+
 void Hairline::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    paintHairline(painter, rect(), Theme::line);
+    paintHairline(painter, rect(), m_colour);
 }
 
 } // namespace quillfen

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QColor>
 #include <QWidget>
 
 namespace quillfen {
@@ -12,9 +13,14 @@ class Hairline final : public QWidget {
 
 public:
     explicit Hairline(Qt::Orientation orientation = Qt::Horizontal, QWidget *parent = nullptr);
+    /// A horizontal one on a surface that asks for another colour than the palette's line.
+    explicit Hairline(const QColor &colour, QWidget *parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_colour;
 };
 
 } // namespace quillfen

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/icons.h"
 
+#include "ui/drawing.h"
 #include "ui/drawings.h"
 
 #include <QCoreApplication>
 #include <QHash>
 #include <QPainter>
-#include <QSvgRenderer>
 
 #include <array>
 #include <cmath>
@@ -84,13 +84,12 @@ void clearCacheAtTheEnd()
 
 QPixmap drawn(const QByteArray &source, const QSize &pixels, qreal opacity)
 {
-    QSvgRenderer renderer(source);
     QPixmap picture(pixels);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(opacity);
-    renderer.render(&painter);
+    paintDrawing(painter, {source.constData(), static_cast<std::size_t>(source.size())}, pixels);
     return picture;
 }
 

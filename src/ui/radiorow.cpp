@@ -6,6 +6,7 @@
 #include "ui/agenttext.h"
 #include "ui/icons.h"
 #include "ui/paragraph.h"
+#include "ui/tabstop.h"
 #include "ui/theme.h"
 #include "ui/tooltip.h"
 
@@ -26,9 +27,9 @@ constexpr int gap = 12;
 /// A value at the right takes what it needs up to this; the title gets the rest.
 constexpr int widestValue = 160;
 
-Paragraph titleOf(const QString &text, bool chosen)
+Paragraph titleOf(const QString &text, Type type)
 {
-    return {.text = lineOfAgentText(text), .type = chosen ? Type::BodySemibold : Type::Body};
+    return {.text = lineOfAgentText(text), .type = type};
 }
 
 Paragraph captionOf(const QString &text)
@@ -48,6 +49,7 @@ RadioRow::RadioRow(const QString &title, const QString &caption, QWidget *parent
 {
     setCheckable(true);
     setAutoExclusive(true);
+    shareTabStop(this);
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
@@ -72,6 +74,12 @@ void RadioRow::setValue(const QString &value)
 {
     m_value = value;
     describe();
+}
+
+void RadioRow::setTitleType(Type type)
+{
+    m_titleType = type;
+    update();
 }
 
 void RadioRow::setSidePadding(int padding)
@@ -126,15 +134,16 @@ void RadioRow::paintEvent(QPaintEvent *)
         const QRect caption(text.left(), text.bottom() + 1, text.width(), lineHeight(Type::Caption));
         paintParagraph(painter, captionOf(m_caption), mirrored(caption), colour(Theme::text));
     }
-    paintParagraph(painter, titleOf(m_title, isChecked()), mirrored(text), colour(Theme::heading));
+    paintParagraph(painter, titleOf(m_title, isChecked() ? Type::BodySemibold : m_titleType), mirrored(text),
+                   colour(Theme::heading));
 }
 
 bool RadioRow::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const int room = textRect().width();
-        const bool elided = isElided(titleOf(m_title, isChecked()), room) || isElided(captionOf(m_caption), room) ||
-                            isElided(valueOf(m_value), widestValue);
+        const bool elided = isElided(titleOf(m_title, isChecked() ? Type::BodySemibold : m_titleType), room) ||
+                            isElided(captionOf(m_caption), room) || isElided(valueOf(m_value), widestValue);
         showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), elided ? accessibleName() : QString(), this);
         return true;
     }

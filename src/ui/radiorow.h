@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ui/type.h"
+
 #include <QAbstractButton>
 
 namespace quillfen {
@@ -17,6 +19,8 @@ public:
     void setTitle(const QString &title);
     void setCaption(const QString &caption);
     void setValue(const QString &value);
+    /// The type of the title while it is not chosen: `Type::Body` unless told. The chosen title is semibold.
+    void setTitleType(Type type);
     /// 16 at both sides in a card, 0 in a form.
     void setSidePadding(int padding);
 
@@ -34,6 +38,7 @@ private:
     QString m_title;
     QString m_caption;
     QString m_value;
+    Type m_titleType = Type::Body;
     int m_padding = 16;
 };
 

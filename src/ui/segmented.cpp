@@ -39,7 +39,8 @@ public:
     // As wide as the chosen look needs, so that choosing moves nothing.
     [[nodiscard]] QSize sizeHint() const override
     {
-        return {QFontMetrics(quillfen::font(Type::BodySemibold)).horizontalAdvance(text()) + 2 * padding, scaled(28)};
+        return {QFontMetrics(quillfen::font(Type::BodySemibold)).horizontalAdvance(text()) + 2 * padding,
+                lineHeight(Type::BodySemibold)};
     }
 
 protected:
@@ -68,7 +69,7 @@ Segmented::Segmented(const QString &accessibleName, QWidget *parent)
 {
     setAccessible(this, QAccessible::Grouping, accessibleName);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFixedHeight(scaled(32));
+    setControlHeight(32);
     m_layout->setContentsMargins(2, 2, 2, 2);
     m_layout->setSpacing(0);
     connect(m_parts, &QButtonGroup::idToggled, this, [this](int index, bool chosen) {
@@ -76,6 +77,11 @@ Segmented::Segmented(const QString &accessibleName, QWidget *parent)
             Q_EMIT currentChanged(index);
         }
     });
+}
+
+void Segmented::setControlHeight(int height)
+{
+    setFixedHeight(scaled(height));
 }
 
 int Segmented::addPart(const QString &text)

@@ -16,6 +16,8 @@ class Segmented final : public QWidget {
 public:
     explicit Segmented(const QString &accessibleName, QWidget *parent = nullptr);
 
+    /// 32, or 28 inside a card.
+    void setControlHeight(int height);
     /// Appends a part and returns its index; the first one becomes the choice.
     int addPart(const QString &text);
     [[nodiscard]] int count() const;

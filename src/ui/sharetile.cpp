@@ -7,6 +7,7 @@
 #include "ui/icons.h"
 #include "ui/paint.h"
 #include "ui/paragraph.h"
+#include "ui/tabstop.h"
 #include "ui/theme.h"
 
 #include <QPainter>
@@ -43,6 +44,7 @@ ShareTile::ShareTile(const QString &title, const QString &subtitle, QWidget *par
 {
     setCheckable(true);
     setAutoExclusive(true);
+    shareTabStop(this);
     setFocusPolicy(Qt::TabFocus);
     QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred); // tiles of a row share its width evenly
     policy.setHeightForWidth(true);

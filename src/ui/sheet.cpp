@@ -11,6 +11,7 @@
 #include "ui/scrollarea.h"
 #include "ui/shadow.h"
 #include "ui/theme.h"
+#include "ui/type.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -113,7 +114,7 @@ void Sheet::giveFocusBack()
 QRect Sheet::panelRect() const
 {
     const QWidget *window = parentWidget();
-    const int wide = std::min(panelWidth, window->width() - 2 * leastMargin);
+    const int wide = std::min(scaled(panelWidth), window->width() - 2 * leastMargin);
     const int foot = m_footBand->isHidden() ? 0 : m_footBand->sizeHint().height();
     const int form = m_form->layout()->hasHeightForWidth() ? m_form->layout()->heightForWidth(wide - 2 * line)
                                                            : m_form->sizeHint().height();

@@ -67,6 +67,7 @@ TEST(BoardFrame, TitleBlockIs80HighAnd104WithASecondLine)
 {
     const Window window(1180);
     EXPECT_EQ(window.place(label(window, u"Volumes"_s)).top(), 36);
+    EXPECT_EQ(label(window, u"Volumes"_s)->height(), 28) << "the feet of its letters have their room";
     EXPECT_EQ(window.place(window.cards.front()).top(), 80);
     EXPECT_EQ(window.place(window.action).bottom() + 1, 64);
 
@@ -77,6 +78,16 @@ TEST(BoardFrame, TitleBlockIs80HighAnd104WithASecondLine)
     EXPECT_EQ(window.place(label(window, u"5 volumes · uploading"_s)).top(), 68);
     EXPECT_EQ(window.place(window.cards.front()).top(), 104);
     EXPECT_EQ(window.place(window.action).bottom() + 1, 88);
+}
+
+TEST(BoardFrame, TheScrollBarHasRoomForItsGripBesideTheWindowsEdge)
+{
+    const Window window(1180, 10);
+    const QScrollBar *const bar = window.board->scrollArea()->verticalScrollBar();
+    ASSERT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->width(), 10 + windowEdge);
+    EXPECT_EQ(bar->parentWidget()->width(), 10 + windowEdge) << "what Qt puts around it does not cut it";
+    EXPECT_EQ(window.place(bar).right() + 1, window.board->width());
 }
 
 TEST(BoardFrame, MarginsAre28InWideWindowsAnd20InNarrowOnes)
@@ -118,6 +129,7 @@ TEST(BoardFrame, ScrollingMovesTheBodyOnlyAndDrawsAHairline)
     QCoreApplication::processEvents();
     EXPECT_EQ(kit::colourAt(kit::picture(*window.board), 400, blockEnd - 1), Theme::line);
     EXPECT_EQ(window.place(label(window, u"Volumes"_s)).top(), 36);
+    EXPECT_EQ(label(window, u"Volumes"_s)->height(), 28) << "the feet of its letters have their room";
     EXPECT_EQ(window.place(window.cards.front()).top(), blockEnd - 50);
 }
 

@@ -19,7 +19,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 using namespace quillfen;
 using namespace Qt::StringLiterals;
@@ -159,6 +161,34 @@ TEST_F(Buttons, SizesFollowHeightAndLabel)
     EXPECT_EQ(danger.sizeHint().height(), 28);
 }
 
+TEST_F(Buttons, InANarrowPlaceThePaddingGivesWayBeforeTheLabel)
+{
+    const auto labelled = [](Button &button) {
+        // Where the label's first and last columns are.
+        const QImage image = kit::picture(button, 1.0, Theme::bg);
+        int first = image.width();
+        int last = 0;
+        for (int x = 4; x < image.width() - 4; ++x) {
+            for (int y = 8; y < image.height() - 8; ++y) {
+                if (image.pixelColor(x, y).lightness() < 120) {
+                    first = std::min(first, x);
+                    last = std::max(last, x);
+                }
+            }
+        }
+        return std::pair(first, last);
+    };
+    const auto made = button(SecondaryButtonStyle{36}, u"New volume from this second"_s);
+    const auto [first, last] = labelled(*made);
+    made->resize(made->width() - 20, made->height());
+    const auto [narrowFirst, narrowLast] = labelled(*made);
+    EXPECT_EQ(narrowLast - narrowFirst, last - first) << "the whole label";
+    EXPECT_EQ(narrowFirst, first - 10);
+    made->resize(made->width() - 40, made->height());
+    EXPECT_GE(labelled(*made).first, 6) << "some padding stays";
+    EXPECT_LT(labelled(*made).second, made->width() - 6);
+}
+
 TEST_F(Buttons, PressByMouse)
 {
     const auto pressed = button(SecondaryButtonStyle{});
@@ -229,6 +259,17 @@ TEST_F(Buttons, ARunningActionDisablesItsButtonAndShowsASpinner)
     mount->setRunning(false);
     EXPECT_TRUE(mount->isEnabled());
     EXPECT_FALSE(spinner->isVisible());
+}
+
+TEST_F(Buttons, TheSpinnerOfAWideButtonStandsBeforeItsLabel)
+{
+    const auto run = button(PrimaryButtonStyle{});
+    run->resize(120, 32);
+    run->setRunning(true);
+    const QRect spinner = run->findChild<Spinner *>()->geometry();
+    EXPECT_EQ(spinner.top(), (32 - 14) / 2);
+    EXPECT_GT(spinner.left(), 6);
+    EXPECT_LT(spinner.left(), 60);
 }
 
 TEST_F(Buttons, WhatWasDisabledStaysSoAfterRunning)

@@ -60,6 +60,41 @@ TEST_F(RadioRowTest, WholeRowChoosesAndOthersYield)
     EXPECT_TRUE(first->hasFocus());
 }
 
+TEST_F(RadioRowTest, TabComesToTheChosenRow)
+{
+    QWidget group;
+    auto *before = new QWidget;
+    before->setFocusPolicy(Qt::TabFocus);
+    auto *first = new RadioRow(u"Documents"_s);
+    auto *second = new RadioRow(u"photos-archive"_s);
+    auto *third = new RadioRow(u"scratch"_s);
+    auto *after = new QWidget;
+    after->setFocusPolicy(Qt::TabFocus);
+    group.setLayout(column({before, first, second, third, after}));
+    group.resize(300, 200);
+    show(group);
+    const auto next = [&](QWidget *from, Qt::KeyboardModifiers held = {}) {
+        from->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(from, Qt::Key_Tab, held);
+        return group.focusWidget();
+    };
+    EXPECT_EQ(next(before), first) << "while nothing is chosen";
+    EXPECT_EQ(next(after, Qt::ShiftModifier), first);
+    QTest::mouseClick(second, Qt::LeftButton);
+    EXPECT_EQ(next(before), second);
+    EXPECT_EQ(next(second), after);
+    EXPECT_EQ(next(after, Qt::ShiftModifier), second);
+    third->setChecked(true);
+    EXPECT_EQ(next(before), third);
+    third->setEnabled(false);
+    EXPECT_EQ(next(before), first) << "what cannot be used is nothing to come to";
+    third->setEnabled(true);
+    third->hide();
+    EXPECT_EQ(next(before), first);
+    third->show();
+    EXPECT_EQ(next(before), third);
+}
+
 TEST_F(RadioRowTest, RadioIsFilledInOkWhenChosen)
 {
     RadioRow choice(u"Documents"_s);

@@ -32,6 +32,14 @@ protected:
 
 } // namespace
 
+TEST_F(SegmentedTest, Is32HighAnd28InsideACard)
+{
+    EXPECT_EQ(segmented->height(), 32);
+    segmented->setControlHeight(28);
+    EXPECT_EQ(segmented->height(), 28);
+    EXPECT_LE(segmented->minimumSizeHint().height(), 28);
+}
+
 TEST_F(SegmentedTest, FirstPartIsChosenAndPartsAreRadioButtonsOfAGroup)
 {
     EXPECT_EQ(segmented->count(), 3);
