@@ -6,6 +6,15 @@
 
 namespace quillfen {
 
+Action calling(std::string method, json::object params, RPC::Seconds timeout)
+{
+    Action action;
+    action.method = std::move(method);
+    action.params = std::move(params);
+    action.timeout = timeout;
+    return action;
+}
+
 QCoro::Task<std::optional<json::value>> perform(std::shared_ptr<AppState> state, Action action)
 {
     std::optional<json::value> answer;
@@ -13,11 +22,16 @@ QCoro::Task<std::optional<json::value>> perform(std::shared_ptr<AppState> state,
     if (!action.before.isEmpty()) {
         state->show(action.before);
     }
+    const std::uint64_t operation =
+        action.operation.isEmpty() ? 0 : state->operations.begin(action.method, action.operation, action.progressEvent);
     try {
         answer = co_await state->rpc().call(action.method, action.params, action.timeout);
     } catch (const RPCError &error) {
         answer.reset();
         notice = error.message;
+    }
+    if (operation != 0) {
+        state->operations.end(operation);
     }
     if (answer && action.done) {
         notice = action.done(*answer);

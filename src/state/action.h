@@ -23,7 +23,12 @@ struct Action {
     QString before;                                         ///< the notice while it runs, none when empty
     std::function<QString(const json::value &answer)> done; ///< the notice on success, none when empty
     bool refresh = true;                                    ///< whether the state is read afresh after a success
+    QString operation;         ///< its title among the running operations; none when empty: it does not take long
+    std::string progressEvent; ///< the event that reports on the operation
 };
+
+/// An action with its call; what it says and does else is filled in afterwards.
+[[nodiscard]] Action calling(std::string method, json::object params, RPC::Seconds timeout = RPC::Seconds(60));
 
 /// How every action of a board goes after its confirmation: a notice, one call, a notice with the outcome, and on
 /// success the state read afresh. Resumes with the answer, or with nothing when the call failed (its reason was shown).

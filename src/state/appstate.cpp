@@ -105,6 +105,7 @@ void AppState::shutDown()
     m_ticker.stop();
     m_rpc.close();
     m_pauses.end(); // the loop may not turn again, and whoever waits holds this state
+    m_worker.end();
     m_rpc.mainQueue().drain();
 }
 
@@ -132,7 +133,9 @@ void AppState::event(const std::string &name, std::optional<json::value> data)
     } else if (name == "volumes.changed") {
         volumes = takeRecords(std::move(value));
     } else if (name == "vm.progress" || name == "appliance.progress") {
-        show(str(object(&value), "message"));
+        const QString message = str(object(&value), "message");
+        operations.progress(name, message);
+        show(message);
     }
 }
 

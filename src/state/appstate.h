@@ -4,10 +4,13 @@
 
 #include "rpc/rpc.h"
 #include "state/notifications.h"
+#include "state/operations.h"
 #include "state/pauses.h"
 #include "state/published.h"
+#include "state/restorepoints.h"
 #include "state/timing.h"
 #include "state/values.h"
+#include "state/worker.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -20,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 namespace quillfen {
 
@@ -72,6 +76,7 @@ public:
     Published<QMap<QString, QString>> localAppliances; ///< container to status
     Published<bool> showNewVolume{false};
     Published<Records> readyCopies;
+    Operations operations; ///< what takes long, and goes on whichever board is shown
 
     [[nodiscard]] RPC &rpc() noexcept { return m_rpc; }
     [[nodiscard]] Notifications &notifications() noexcept { return m_notifications; }
@@ -98,7 +103,7 @@ public:
     /// Starts a volume's appliance in the engine on this computer and mounts the volume, telling by toasts how it goes.
     QCoro::Task<> deployAndMount(std::int64_t id, QString name);
     /// A volume's restore points in the order of their times. Throws RPCError.
-    QCoro::Task<Records> restorePoints(std::int64_t volumeId);
+    QCoro::Task<RestorePoints> restorePoints(std::int64_t volumeId);
 
     [[nodiscard]] bool signedIn() const;
     /// The agent has answered who is signed in at least once since the program started.
@@ -125,8 +130,8 @@ private:
         std::uint64_t statusesVersion = 0;
         bool known = false;
         std::int64_t allocated = 0;
-        std::int64_t unsettled = 0;                             ///< volumes that are uploading or connecting
-        std::unordered_map<std::int64_t, std::int64_t> entries; ///< volume id to its number of places in the list
+        std::int64_t unsettled = 0;    ///< volumes that are uploading or connecting
+        std::vector<std::int64_t> ids; ///< of the volumes, ascending
     };
     /// `mounts` by name, the first of each.
     struct MountIndex {
@@ -153,6 +158,7 @@ private:
     QObject m_context; ///< what one-shot timers hang on, so that none fires for a state that is gone
     QTimer m_ticker;
     Pauses m_pauses;
+    Worker m_worker{m_rpc.mainQueue()};
     std::uint64_t m_connection = 0; ///< grows with every connection made and lost: work compares it after each wait
     bool m_retrying = false;
     bool m_authKnown = false;

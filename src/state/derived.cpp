@@ -5,6 +5,7 @@
 #include "state/format.h"
 #include "ui/theme.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace quillfen {
@@ -155,10 +156,8 @@ void AppState::setStatus(std::int64_t id, Record status)
     // Assigning copies the record out of the memory of its answer, which is several times what the record takes.
     statuses.update([&](Statuses &all) { all[id] = std::move(status); });
     if (moveAlong) {
-        const auto entries = m_totals.entries.find(id);
-        if (entries != m_totals.entries.end()) {
-            m_totals.unsettled += (static_cast<int>(after) - static_cast<int>(before)) * entries->second;
-        }
+        const auto [first, last] = std::equal_range(m_totals.ids.begin(), m_totals.ids.end(), id);
+        m_totals.unsettled += (static_cast<int>(after) - static_cast<int>(before)) * (last - first);
         m_totals.statusesVersion = statuses.version();
     }
 }
@@ -172,14 +171,17 @@ bool AppState::totalsHold() const
 const AppState::Totals &AppState::totals() const
 {
     if (!totalsHold()) {
-        m_totals = Totals();
-        m_totals.entries.reserve(static_cast<std::size_t>(volumes().size()));
+        m_totals.allocated = 0;
+        m_totals.unsettled = 0;
+        m_totals.ids.clear();
+        m_totals.ids.reserve(static_cast<std::size_t>(volumes().size()));
         for (const Record &volume : volumes()) {
             const std::int64_t id = num(volume, "id");
             m_totals.allocated = sumWithin64Bits(m_totals.allocated, num(volume, "size_bytes"));
             m_totals.unsettled += isUnsettled(statusOf(id)) ? 1 : 0;
-            ++m_totals.entries[id];
+            m_totals.ids.push_back(id);
         }
+        std::ranges::sort(m_totals.ids);
         m_totals.volumesVersion = volumes.version();
         m_totals.statusesVersion = statuses.version();
         m_totals.known = true;

@@ -12,6 +12,7 @@
 #include <unicode/simpleformatter.h>
 #include <unicode/smpdtfmt.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -71,20 +72,27 @@ class Formats final {
 public:
     [[nodiscard]] static Formats &ofThread()
     {
-        thread_local std::unique_ptr<Formats> formats;
-        if (formats == nullptr || formats->m_generation != localeGeneration()) {
-            formats.reset(new Formats);
+        thread_local Formats formats;
+        if (formats.m_generation != localeGeneration()) {
+            formats = Formats();
         }
-        return *formats;
+        return formats;
     }
 
     QString longDate(Instant instant) { return format(m_long, u"EEE, MMM d · HH:mm:ss", instant); }
+
+    QString exactDate(Instant instant)
+    {
+        return isShownTwice(instant) ? format(m_longWithZone, u"EEE, MMM d · HH:mm:ss z", instant) : longDate(instant);
+    }
 
     QString shortDate(Instant instant)
     {
         return isThisYear(instant) ? format(m_short, u"MMM d", instant)
                                    : format(m_shortWithYear, u"MMM d, yyyy", instant);
     }
+
+    QString timeOfDay(Instant instant) { return format(m_time, u"HH:mm", instant); }
 
     QString moment(Instant instant)
     {
@@ -119,6 +127,28 @@ private:
         return fromIcu(formatter->format(udate(instant), text));
     }
 
+    /// How far the clock on the wall is ahead of UTC.
+    [[nodiscard]] double offsetAt(UDate moment) const
+    {
+        std::int32_t raw = 0;
+        std::int32_t summer = 0;
+        UErrorCode status = U_ZERO_ERROR;
+        m_calendar->getTimeZone().getOffset(moment, 0, raw, summer, status);
+        return static_cast<double>(raw) + summer;
+    }
+
+    /// Whether the clock on the wall shows the same at another moment, because it was put back between the two.
+    [[nodiscard]] bool isShownTwice(Instant instant) const
+    {
+        constexpr UDate day = 86'400'000;
+        const UDate moment = udate(instant);
+        const double offset = offsetAt(moment);
+        const auto alsoAt = [&](double otherOffset) {
+            return otherOffset != offset && offsetAt(moment + offset - otherOffset) == otherOffset;
+        };
+        return alsoAt(offsetAt(moment - day)) || alsoAt(offsetAt(moment + day));
+    }
+
     [[nodiscard]] std::int32_t yearOf(Instant instant)
     {
         UErrorCode status = U_ZERO_ERROR;
@@ -132,8 +162,10 @@ private:
     icu::Locale m_locale;
     std::unique_ptr<icu::Calendar> m_calendar;
     Formatter m_long;
+    Formatter m_longWithZone;
     Formatter m_short;
     Formatter m_shortWithYear;
+    Formatter m_time;
     Formatter m_moment;
 };
 
@@ -146,23 +178,66 @@ QString oneDecimal(double number)
     return QString::fromLatin1(buffer.data(), end - buffer.data());
 }
 
+std::u16string_view viewOf(const QString &text)
+{
+    return {reinterpret_cast<const char16_t *>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
 /// A moment with a zone; or one without zone and without fraction, which is UTC then.
 std::optional<Instant> strictMoment(const QString &text)
 {
-    const std::optional<IsoMoment> moment = isoMoment(text);
+    const std::optional<IsoMoment> moment = isoMoment(viewOf(text));
     return moment && (moment->zone || !moment->fraction) ? std::optional(moment->instant) : std::nullopt;
 }
 
-QStringView trimmedBlanks(QStringView text)
+template <typename Char>
+std::basic_string_view<Char> trimmedBlanks(std::basic_string_view<Char> text)
 {
-    const auto isBlank = [](QChar character) {
-        return character == QLatin1Char(' ') || character == QLatin1Char('\t');
-    };
-    while (!text.isEmpty() && isBlank(text.front())) {
-        text = text.sliced(1);
+    const auto isBlank = [](Char character) { return character == Char(' ') || character == Char('\t'); };
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    while (!text.isEmpty() && isBlank(text.back())) {
-        text.chop(1);
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// Blanks around it, a space for the "T", no zone: UTC.
+template <typename Char>
+std::optional<Instant> lenientMoment(std::basic_string_view<Char> text)
+{
+    text = trimmedBlanks(text);
+    std::optional<IsoMoment> moment = isoMoment(text);
+    if (!moment) {
+        moment = isoMoment(text, Char(' '));
+    }
+    return moment ? std::optional(moment->instant) : std::nullopt;
+}
+
+/// What the case of no surrounding letter depends on, and what words are parted by blanks alone.
+bool isPlain(QChar character)
+{
+    return character == QLatin1Char(' ') || (character.unicode() < 0x80 && character.isLetterOrNumber());
+}
+
+/// Turkish and Azerbaijani know an i without a dot, Dutch takes ij for one letter. All other languages write Latin
+/// letters without accents alike.
+bool isPlainLanguage(std::string_view language)
+{
+    return language.size() == 2 && language != "tr" && language != "az" && language != "nl";
+}
+
+/// Without ICU, whose rules of words take half a megabyte: nearly every plan has a name like "pro".
+QString capitalisedPlainly(const QString &words)
+{
+    QString text = words.toLower();
+    bool inWord = false;
+    for (QChar &character : text) {
+        if (!inWord) {
+            character = character.toUpper();
+        }
+        inWord = character != QLatin1Char(' ');
     }
     return text;
 }
@@ -203,12 +278,23 @@ QString ago(const QString &timestamp)
 
 std::optional<Instant> parseDate(const QString &text)
 {
-    const QStringView trimmed = trimmedBlanks(text);
-    std::optional<IsoMoment> moment = isoMoment(trimmed);
-    if (!moment) {
-        moment = isoMoment(trimmed, QLatin1Char(' '));
-    }
-    return moment ? std::optional(moment->instant) : std::nullopt;
+    return lenientMoment(viewOf(text));
+}
+
+std::optional<Instant> parseDate(std::string_view text)
+{
+    return lenientMoment(text);
+}
+
+QString exactDate(const QString &timestamp)
+{
+    const std::optional<Instant> moment = parseDate(timestamp);
+    return moment ? exactDate(*moment) : timestamp;
+}
+
+QString exactDate(Instant moment)
+{
+    return Formats::ofThread().exactDate(moment);
 }
 
 QString shortDate(const QString &timestamp)
@@ -223,8 +309,30 @@ QString longDate(const QString &timestamp)
     return moment ? Formats::ofThread().longDate(*moment) : timestamp;
 }
 
+QString timeOfDay(Instant instant)
+{
+    return Formats::ofThread().timeOfDay(instant);
+}
+
+QString elapsed(Instant since)
+{
+    using namespace std::chrono;
+    const auto seconds = std::max(floor<std::chrono::seconds>(now() - since), std::chrono::seconds(0));
+    const auto minutes = floor<std::chrono::minutes>(seconds);
+    if (minutes < 1min) {
+        return Words::tr("%1 s").arg(seconds.count());
+    }
+    if (minutes < 1h) {
+        return Words::tr("%1 min").arg(minutes.count());
+    }
+    return Words::tr("%1 h %2 min").arg(minutes / 1h).arg((minutes % 1h).count());
+}
+
 QString capitalised(const QString &words)
 {
+    if (std::ranges::all_of(words, isPlain) && isPlainLanguage(wordsLanguage())) {
+        return capitalisedPlainly(words);
+    }
     icu::UnicodeString text(words.utf16(), static_cast<std::int32_t>(words.size()));
     return fromIcu(text.toTitle(nullptr, wordsLocale()));
 }

@@ -6,32 +6,24 @@ namespace quillfen {
 
 namespace {
 
-bool isDigit(QChar character)
-{
-    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
-}
-
-int digitValue(QChar digit)
-{
-    return digit.unicode() - u'0';
-}
-
-/// Walks along a text. Once a piece did not fit, it stays failed.
+/// Walks along a text, of which it need not know the encoding: all that counts is ASCII. Once a piece did not fit, it
+/// stays failed.
+template <typename Char>
 class Reader final {
 public:
-    explicit Reader(QStringView text) : m_rest(text) {}
+    explicit Reader(std::basic_string_view<Char> text) : m_at(text.data()), m_end(text.data() + text.size()) {}
 
     [[nodiscard]] bool good() const { return m_good; }
-    [[nodiscard]] bool atEnd() const { return m_rest.isEmpty(); }
+    [[nodiscard]] bool atEnd() const { return m_at == m_end; }
 
-    bool skip(QChar character)
+    bool skip(Char character)
     {
-        const bool there = m_rest.startsWith(character);
-        m_rest = m_rest.sliced(there ? 1 : 0);
+        const bool there = m_at != m_end && *m_at == character;
+        m_at += there ? 1 : 0;
         return there;
     }
 
-    void need(QChar character) { m_good = skip(character) && m_good; }
+    void need(Char character) { m_good = skip(character) && m_good; }
 
     int digits(int width, int largest)
     {
@@ -47,34 +39,34 @@ public:
     int fraction()
     {
         int value = digit() * 100;
-        for (int weight = 10; !m_rest.isEmpty() && isDigit(m_rest.front()); weight /= 10) {
+        for (int weight = 10; m_at != m_end && valueOf(*m_at) < 10; weight /= 10) {
             value += digit() * weight;
         }
         return value;
     }
 
 private:
+    /// 0 to 9, more for what is no digit.
+    static unsigned valueOf(Char digit) { return static_cast<unsigned>(digit) - static_cast<unsigned>('0'); }
+
     int digit()
     {
-        m_good = m_good && !m_rest.isEmpty() && isDigit(m_rest.front());
-        if (!m_good) {
-            return 0;
-        }
-        const int value = digitValue(m_rest.front());
-        m_rest = m_rest.sliced(1);
-        return value;
+        m_good = m_good && m_at != m_end && valueOf(*m_at) < 10;
+        return m_good ? static_cast<int>(valueOf(*m_at++)) : 0;
     }
 
-    QStringView m_rest;
+    const Char *m_at;
+    const Char *m_end;
     bool m_good = true;
 };
 
-std::chrono::sys_days readDate(Reader &reader, bool &valid)
+template <typename Char>
+std::chrono::sys_days readDate(Reader<Char> &reader, bool &valid)
 {
     const int year = reader.digits(4, 9999);
-    reader.need(QLatin1Char('-'));
+    reader.need('-');
     const int month = reader.digits(2, 12);
-    reader.need(QLatin1Char('-'));
+    reader.need('-');
     const int day = reader.digits(2, 31);
     const std::chrono::year_month_day date(std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                                            std::chrono::day(static_cast<unsigned>(day)));
@@ -82,47 +74,60 @@ std::chrono::sys_days readDate(Reader &reader, bool &valid)
     return date;
 }
 
-std::chrono::seconds readTime(Reader &reader)
+template <typename Char>
+std::chrono::seconds readTime(Reader<Char> &reader)
 {
     const std::chrono::hours hours(reader.digits(2, 23));
-    reader.need(QLatin1Char(':'));
+    reader.need(':');
     const std::chrono::minutes minutes(reader.digits(2, 59));
-    reader.need(QLatin1Char(':'));
+    reader.need(':');
     // A leap second is the first second of the next minute here.
     return hours + minutes + std::chrono::seconds(reader.digits(2, 60));
 }
 
-std::chrono::minutes readOffset(Reader &reader)
+template <typename Char>
+std::chrono::minutes readOffset(Reader<Char> &reader)
 {
     const std::chrono::hours hours(reader.digits(2, 23));
-    reader.skip(QLatin1Char(':'));
+    reader.skip(':');
     return hours + std::chrono::minutes(reader.digits(2, 59));
 }
 
-} // namespace
-
-std::optional<IsoMoment> isoMoment(QStringView text, QChar separator)
+template <typename Char>
+std::optional<IsoMoment> readMoment(std::basic_string_view<Char> text, Char separator)
 {
-    Reader reader(text);
+    Reader<Char> reader(text);
     IsoMoment moment;
     bool valid = false;
     moment.instant = readDate(reader, valid);
     reader.need(separator);
     moment.instant += readTime(reader);
-    if (reader.skip(QLatin1Char('.'))) {
+    if (reader.skip('.')) {
         moment.fraction = true;
         moment.instant += std::chrono::milliseconds(reader.fraction());
     }
-    if (reader.skip(QLatin1Char('Z'))) {
+    if (reader.skip('Z')) {
         moment.zone = true;
-    } else if (reader.skip(QLatin1Char('+'))) {
+    } else if (reader.skip('+')) {
         moment.zone = true;
         moment.instant -= readOffset(reader);
-    } else if (reader.skip(QLatin1Char('-'))) {
+    } else if (reader.skip('-')) {
         moment.zone = true;
         moment.instant += readOffset(reader);
     }
     return valid && reader.good() && reader.atEnd() ? std::optional(moment) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<IsoMoment> isoMoment(std::u16string_view text, char16_t separator)
+{
+    return readMoment(text, separator);
+}
+
+std::optional<IsoMoment> isoMoment(std::string_view text, char separator)
+{
+    return readMoment(text, separator);
 }
 
 } // namespace quillfen

@@ -4,9 +4,8 @@
 
 #include "state/clock.h"
 
-#include <QStringView>
-
 #include <optional>
+#include <string_view>
 
 namespace quillfen {
 
@@ -18,6 +17,7 @@ struct IsoMoment {
 };
 
 /// Reads the whole of `text` or nothing. `separator` stands between date and time.
-[[nodiscard]] std::optional<IsoMoment> isoMoment(QStringView text, QChar separator = QLatin1Char('T'));
+[[nodiscard]] std::optional<IsoMoment> isoMoment(std::u16string_view text, char16_t separator = u'T');
+[[nodiscard]] std::optional<IsoMoment> isoMoment(std::string_view text, char separator = 'T');
 
 } // namespace quillfen

@@ -7,7 +7,7 @@
 #include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
 
-#include <string_view>
+#include <algorithm>
 
 namespace quillfen {
 
@@ -15,9 +15,14 @@ namespace {
 
 std::uint32_t foldingRules()
 {
-    const icu::Locale locale = wordsLocale();
-    const std::string_view language = locale.getLanguage();
+    const std::string language = wordsLanguage();
     return language == "tr" || language == "az" ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+}
+
+/// Nothing to compose and, under the usual rules, nothing but A to Z to fold: most names, and the empty query.
+bool isAscii(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar character) { return character.unicode() < 0x80; });
 }
 
 icu::UnicodeString composed(const icu::UnicodeString &text)
@@ -36,6 +41,9 @@ QString searchKey(const QString &text)
     if (generation != localeGeneration()) {
         generation = localeGeneration();
         rules = foldingRules();
+    }
+    if (rules == U_FOLD_CASE_DEFAULT && isAscii(text)) {
+        return text.toLower();
     }
     // A read-only alias of the text's own memory: names are short, and there are ten thousand of them.
     icu::UnicodeString key(false, text.utf16(), static_cast<std::int32_t>(text.size()));

@@ -20,37 +20,59 @@ std::optional<icu::Locale> &replacement()
     return locale;
 }
 
-icu::Locale named(const char *name)
+constexpr auto words = "LC_MESSAGES";
+constexpr auto dates = "LC_TIME";
+
+bool isForProgrammers(std::string_view name)
 {
-    const std::string_view language = std::string_view(name).substr(0, std::string_view(name).find('.'));
-    return language == "C" || language == "POSIX" ? icu::Locale("en_US_POSIX") : icu::Locale::createCanonical(name);
+    const std::string_view language = name.substr(0, name.find('.'));
+    return language == "C" || language == "POSIX";
 }
 
 /// ICU has a default of its own, but it takes a variable that is set to nothing for an answer, and knows no LC_TIME.
+const char *nameInEnvironment(const char *category)
+{
+    for (const char *const variable : {"LC_ALL", category, "LANG"}) {
+        const char *const name = std::getenv(variable);
+        if (name != nullptr && *name != '\0') {
+            return name;
+        }
+    }
+    return nullptr;
+}
+
 icu::Locale fromEnvironment(const char *category)
 {
     if (replacement()) {
         return *replacement();
     }
-    for (const char *const variable : {"LC_ALL", category, "LANG"}) {
-        const char *const name = std::getenv(variable);
-        if (name != nullptr && *name != '\0') {
-            return named(name);
-        }
+    const char *const name = nameInEnvironment(category);
+    if (name == nullptr) {
+        return icu::Locale::getDefault();
     }
-    return icu::Locale::getDefault();
+    return isForProgrammers(name) ? icu::Locale("en_US_POSIX") : icu::Locale::createCanonical(name);
 }
 
 } // namespace
 
 icu::Locale wordsLocale()
 {
-    return fromEnvironment("LC_MESSAGES");
+    return fromEnvironment(words);
 }
 
 icu::Locale datesLocale()
 {
-    return fromEnvironment("LC_TIME");
+    return fromEnvironment(dates);
+}
+
+std::string wordsLanguage()
+{
+    const char *const name = replacement() ? nullptr : nameInEnvironment(words);
+    if (name == nullptr) {
+        return wordsLocale().getLanguage();
+    }
+    const std::string_view whole = name;
+    return isForProgrammers(whole) ? "en" : std::string(whole.substr(0, whole.find_first_of("_-.@")));
 }
 
 std::uint64_t localeGeneration() noexcept

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace quillfen {
 
@@ -15,6 +16,10 @@ namespace quillfen {
 /// the one that the system's settings name. Any thread.
 [[nodiscard]] icu::Locale wordsLocale(); ///< the language of texts (LC_MESSAGES)
 [[nodiscard]] icu::Locale datesLocale(); ///< how dates and times are written (LC_TIME)
+
+/// The language of texts alone, in two or three letters. Reads no data of ICU where the environment names a language,
+/// so that plain texts need none. Any thread.
+[[nodiscard]] std::string wordsLanguage();
 
 /// Changes whenever locale or time zone were replaced, so that whoever keeps something made for them knows. Any thread.
 [[nodiscard]] std::uint64_t localeGeneration() noexcept;

@@ -201,6 +201,36 @@ TEST_F(Format, LongDateHasWeekdayAndSeconds)
     EXPECT_EQ(longOf("soon"), "soon");
 }
 
+TEST_F(Format, ExactDateIsTheLongDateOfASecondThatExistsOnce)
+{
+    const LocaleOverride newYork("en_US", "America/New_York");
+    for (const char *const text : {"2026-11-20T14:31:25Z", "2026-11-01T04:59:59Z", "2026-11-01T07:00:00Z",
+                                   "2026-03-08T06:59:59Z", "2026-03-08T07:00:00Z", "2026-07-01T12:00:00.999Z"}) {
+        const QString timestamp = QString::fromUtf8(text);
+        EXPECT_EQ(exactDate(timestamp), longDate(timestamp)) << text;
+        EXPECT_EQ(exactDate(*parsed(text)), longDate(timestamp)) << text;
+    }
+    EXPECT_EQ(exactDate(QStringLiteral("soon")), QStringLiteral("soon"));
+}
+
+TEST_F(Format, ExactDateTellsWhichOfTwoSecondsItIs)
+{
+    const auto exactOf = [](const char *text) { return exactDate(QString::fromUtf8(text)).toStdString(); };
+    const LocaleOverride newYork("en_US", "America/New_York");
+    EXPECT_EQ(exactOf("2026-11-01T05:00:00Z"), "Sun, Nov 1 · 01:00:00 EDT");
+    EXPECT_EQ(exactOf("2026-11-01T05:59:59Z"), "Sun, Nov 1 · 01:59:59 EDT");
+    EXPECT_EQ(exactOf("2026-11-01T06:00:00Z"), "Sun, Nov 1 · 01:00:00 EST");
+    EXPECT_EQ(exactOf("2026-11-01T06:59:59.999Z"), "Sun, Nov 1 · 01:59:59 EST");
+    const LocaleOverride berlin("de_DE", "Europe/Berlin");
+    EXPECT_EQ(exactOf("2026-10-25T00:30:00Z"), "So., Okt. 25 · 02:30:00 MESZ");
+    EXPECT_EQ(exactOf("2026-10-25T01:30:00Z"), "So., Okt. 25 · 02:30:00 MEZ");
+    const LocaleOverride lordHowe("en_US", "Australia/Lord_Howe"); // half an hour
+    EXPECT_EQ(exactOf("2026-04-04T14:29:59Z"), longOf("2026-04-04T14:29:59Z"));
+    EXPECT_NE(exactOf("2026-04-04T14:30:00Z"), longOf("2026-04-04T14:30:00Z"));
+    EXPECT_NE(exactOf("2026-04-04T15:29:59Z"), longOf("2026-04-04T15:29:59Z"));
+    EXPECT_EQ(exactOf("2026-04-04T15:30:00Z"), longOf("2026-04-04T15:30:00Z"));
+}
+
 TEST_F(Format, TheClockComesBackAfterAnOverride)
 {
     {
@@ -217,8 +247,24 @@ TEST_F(Format, CapitalisedTurnsWordsNotDigits)
     EXPECT_EQ(of("FAMILY plus"), "Family Plus");
     EXPECT_EQ(of("2tb éclair"), "2tb Éclair");
     EXPECT_EQ(of(""), "");
-    const LocaleOverride turkish("tr_TR");
-    EXPECT_EQ(of("ILIK iyi"), "Ilık İyi");
+    EXPECT_EQ(of("  two  blanks "), "  Two  Blanks ");
+    EXPECT_EQ(of("don't STOP"), "Don't Stop");
+    EXPECT_EQ(of("self-hosted"), "Self-Hosted");
+}
+
+TEST_F(Format, LanguagesWithLettersOfTheirOwnCapitaliseThem)
+{
+    const auto of = [](const char *words) { return capitalised(QString::fromUtf8(words)).toStdString(); };
+    {
+        const LocaleOverride turkish("tr_TR");
+        EXPECT_EQ(of("ILIK iyi"), "Ilık İyi");
+    }
+    {
+        const LocaleOverride dutch("nl_NL");
+        EXPECT_EQ(of("ijzeren plan"), "IJzeren Plan");
+    }
+    const LocaleOverride german("de_DE");
+    EXPECT_EQ(of("ijzeren plan"), "Ijzeren Plan");
 }
 
 } // namespace

@@ -71,6 +71,23 @@ TEST(UserLocale, TheLanguageOfProgrammersIsEnglish)
     }
 }
 
+TEST(UserLocale, TheLanguageOfWordsComesFromTheSamePlaces)
+{
+    const auto language = [](const char *messages, const char *lang) {
+        const Environment environment(nullptr, "it_IT.UTF-8", messages, lang);
+        return wordsLanguage();
+    };
+    EXPECT_EQ(language("tr_TR.UTF-8", "de_DE"), "tr");
+    EXPECT_EQ(language("", "sr_RS@latin"), "sr");
+    EXPECT_EQ(language(nullptr, "nds"), "nds");
+    EXPECT_EQ(language(nullptr, "C.UTF-8"), "en");
+    EXPECT_EQ(language(nullptr, nullptr), icu::Locale::getDefault().getLanguage());
+
+    const Environment environment("de_DE.UTF-8", nullptr, nullptr, nullptr);
+    const LocaleOverride turkish("tr_TR");
+    EXPECT_EQ(wordsLanguage(), "tr");
+}
+
 TEST(UserLocale, AnOverrideWinsWhileItLives)
 {
     const Environment environment("de_DE.UTF-8", nullptr, nullptr, nullptr);

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <thread>
 
 using namespace quillfen;
 using namespace quillfen::test;
@@ -137,7 +138,7 @@ TEST_F(MountRetry, TheEndOfTheProgramEndsAnAttempt)
     EXPECT_EQ(agent.count("mount.attach"), 1U);
 }
 
-class RestorePoints : public StateTest {
+class RestorePointsCall : public StateTest {
 protected:
     void SetUp() override { ASSERT_NO_FATAL_FAILURE(connectAndSettle()); }
 
@@ -145,14 +146,15 @@ protected:
     {
         agent.answer("restore_points.list", parsed(answer));
         std::vector<std::string> all;
-        for (const Record &point : await(state->restorePoints(7))) {
-            all.push_back(str(point, "timestamp").toStdString());
+        const RestorePoints points = await(state->restorePoints(7));
+        for (std::size_t place = 0; place < points.size(); ++place) {
+            all.push_back(points.timestamp(place).toStdString());
         }
         return all;
     }
 };
 
-TEST_F(RestorePoints, AreSortedByTheirTimesAsText)
+TEST_F(RestorePointsCall, AreSortedByTheirTimesAsText)
 {
     EXPECT_THAT(
         times(R"({"recovery_points":[{"timestamp":"b"},{"timestamp":"a"},7,{"timestamp":12},{"timestamp":"c"}]})"),
@@ -160,7 +162,7 @@ TEST_F(RestorePoints, AreSortedByTheirTimesAsText)
     EXPECT_EQ(agent.requests("restore_points.list").front().params, params("volume_id", 7));
 }
 
-TEST_F(RestorePoints, ComeFromTheFirstPlaceThatHasAny)
+TEST_F(RestorePointsCall, ComeFromTheFirstPlaceThatHasAny)
 {
     EXPECT_THAT(times(R"({"points":[{"timestamp":"p"}],"recovery_points":[{"timestamp":"r"}]})"), ElementsAre("r"));
     EXPECT_THAT(times(R"({"points":[{"timestamp":"p"}],"recovery_points":[]})"), ElementsAre("p"));
@@ -169,14 +171,14 @@ TEST_F(RestorePoints, ComeFromTheFirstPlaceThatHasAny)
                 ElementsAre("w"));
 }
 
-TEST_F(RestorePoints, ARawTextMayBeAsDeepAsAnAnswer)
+TEST_F(RestorePointsCall, ARawTextMayBeAsDeepAsAnAnswer)
 {
     const std::string deep = std::string(500, '[') + std::string(500, ']');
     const std::string raw = R"({\"recovery_points\":[{\"timestamp\":\"w\",\"deep\":)" + deep + "}]}";
     EXPECT_THAT(times(R"({"points":[{"timestamp":"p"}],"raw":")" + raw + R"("})"), ElementsAre("w"));
 }
 
-TEST_F(RestorePoints, ARawTextThatHoldsNoneMovesOn)
+TEST_F(RestorePointsCall, ARawTextThatHoldsNoneMovesOn)
 {
     for (const char *const raw : {R"("not json")", R"("[]")", R"("{\"recovery_points\":[]}")", "7", "null", R"("")"}) {
         const std::string answer = std::string(R"({"points":[{"timestamp":"p"}],"raw":)") + raw + "}";
@@ -184,14 +186,36 @@ TEST_F(RestorePoints, ARawTextThatHoldsNoneMovesOn)
     }
 }
 
-TEST_F(RestorePoints, OfAnyOtherAnswerThereAreNone)
+TEST_F(RestorePointsCall, OfAnyOtherAnswerThereAreNone)
 {
     for (const char *const answer : {"null", "[]", "7", "{}", R"({"points":{}})", R"({"raw":"{}"})"}) {
         EXPECT_THAT(times(answer), IsEmpty()) << answer;
     }
 }
 
-TEST_F(RestorePoints, AFailureIsTheCallers)
+TEST_F(RestorePointsCall, TheEndOfTheProgramWaitsForNobodyWhoReadsThem)
+{
+    agent.answer("restore_points.list", parsed(R"({"points":[{"timestamp":"p"}]})"));
+    agent.hold("restore_points.list");
+    std::string outcome;
+    const auto ask = [&]() -> QCoro::Task<> {
+        try {
+            const RestorePoints points = co_await state->restorePoints(7);
+            outcome = points.timestamp(0).toStdString();
+        } catch (const RPCError &) {
+            outcome = "too late";
+        }
+    };
+    const QCoro::Task<> task = ask();
+    ASSERT_TRUE(agent.waitFor("restore_points.list"));
+    agent.release("restore_points.list");
+    std::this_thread::sleep_for(50ms); // for the answer to come in, while nobody turns the loop
+    state->shutDown();
+    EXPECT_TRUE(task.isReady());
+    EXPECT_THAT(outcome, testing::AnyOf("p", "too late"));
+}
+
+TEST_F(RestorePointsCall, AFailureIsTheCallers)
 {
     agent.fail("restore_points.list", {.code = 5, .message = "vault away"});
     std::string message;

@@ -30,6 +30,9 @@ constexpr int compact = 28;
 /// Below this width the two columns stand below one another.
 constexpr int narrowWidth = 760;
 constexpr int noteWidth = 760;
+/// As wide as the captions of the rows above the secret, so that the values stand below one another.
+constexpr int captionWidth = 104;
+constexpr int captionGap = 16;
 /// As many whatever the secret's length, which is nobody's business either.
 const QString hiddenSecret(12, QChar(0x2022));
 
@@ -52,7 +55,7 @@ IscsiCard::IscsiCard(std::shared_ptr<AppState> state, QWidget *parent)
     m_columns = row({Item{portalColumn(), 1}, m_between, Item{chapColumn(), 1}}, 20, QMargins{16, 12, 16, 16});
     m_notes = new AgentLabel(QString(), Type::Body, Theme::text);
     m_notes->setMaximumLines(4);
-    m_notes->setMaximumWidth(noteWidth);
+    m_notes->setMaximumWidth(scaled(noteWidth));
     m_notesRow = new QWidget;
     m_notesRow->setLayout(column({new Hairline, row({Item{m_notes, 1000}, Stretch{}}, 0, QMargins{16, 14, 16, 14})}));
     setLayout(column({heading, m_columns, m_notesRow, new Hairline, commandBlock()}));
@@ -91,8 +94,8 @@ QWidget *IscsiCard::chapColumn()
     m_user = new KV(tr("CHAP user"), QString());
     m_user->setValueType(Type::Mono);
     m_origin = new Label(tr("from the appliance's log"), Type::Caption, Theme::text);
-    m_login->setLayout(
-        column({Space{12}, new Hairline, Space{8}, m_user, secretRow(), row({Space{120}, m_origin, Stretch{}}, 0)}));
+    m_login->setLayout(column({Space{12}, new Hairline, Space{8}, m_user, secretRow(),
+                               row({Space{scaled(captionWidth) + captionGap}, m_origin, Stretch{}}, 0)}));
     auto *const side = new QWidget;
     side->setLayout(column({m_chap, m_login, Stretch{}}));
     return side;
@@ -106,15 +109,16 @@ QWidget *IscsiCard::secretRow()
     m_copySecret = compactButton(Icon::Copy, tr("Copy"));
     m_copySecret->setAccessibleName(tr("Copy, CHAP secret"));
     auto *const caption = new Label(tr("CHAP secret"), Type::Body, Theme::text);
-    caption->setFixedWidth(104);
+    caption->setFixedWidth(scaled(captionWidth));
     auto *const line = new QWidget;
-    line->setLayout(row({caption, Space{8}, Item{m_secret, 1}, m_show, m_hide, m_copySecret}));
+    line->setLayout(row({caption, Space{captionGap - 8}, Item{m_secret, 1}, m_show, m_hide, m_copySecret}));
     return line;
 }
 
 QWidget *IscsiCard::commandBlock()
 {
     m_systems = new Segmented(tr("System of the other machine"));
+    m_systems->setControlHeight(28);
     m_systems->addPart(tr("Linux"));
     m_systems->addPart(tr("Windows (PowerShell as Administrator)"));
     m_copyAll = compactButton(Icon::Copy, tr("Copy all"));
@@ -275,7 +279,7 @@ InitiatorSystem IscsiCard::system() const
 
 void IscsiCard::resizeEvent(QResizeEvent *)
 {
-    const bool narrow = width() < narrowWidth;
+    const bool narrow = width() < scaled(narrowWidth);
     m_columns->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     m_between->setVisible(!narrow);
 }

@@ -39,7 +39,7 @@ KeyNote::KeyNote(QWidget *parent) : QWidget(parent)
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    setMaximumWidth(widest);
+    setMaximumWidth(scaled(widest));
     setRole(this, QAccessible::StaticText);
 }
 
@@ -59,7 +59,7 @@ void KeyNote::setText(const QString &file, const QString &note)
 
 QSize KeyNote::sizeHint() const
 {
-    return {widest, heightForWidth(widest)};
+    return {scaled(widest), heightForWidth(scaled(widest))};
 }
 
 QSize KeyNote::minimumSizeHint() const

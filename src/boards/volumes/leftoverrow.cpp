@@ -5,12 +5,12 @@
 #include "ui/buttons.h"
 #include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
+#include "ui/listrow.h"
 #include "ui/statemark.h"
 #include "ui/theme.h"
+#include "ui/type.h"
 
 #include <QBoxLayout>
-#include <QPainter>
 
 namespace quillfen {
 
@@ -22,20 +22,6 @@ constexpr int containerWidth = 280;
 constexpr int portsWidth = 170;
 constexpr QMargins sides{16, 0, 16, 0};
 
-/// Buttons of rows say to a screen reader which row they belong to.
-void nameButton(Button *button, const QString &row)
-{
-    button->setAccessibleName(QStringLiteral("%1, %2").arg(button->text(), madeVisible(row)));
-}
-
-void paintDivider(QWidget *row)
-{
-    if (row->y() > 0) {
-        QPainter painter(row);
-        paintHairline(painter, QRectF(0, 0, row->width(), 1), Theme::line);
-    }
-}
-
 } // namespace
 
 OrphanRow::OrphanRow(QWidget *parent)
@@ -44,11 +30,11 @@ OrphanRow::OrphanRow(QWidget *parent)
       m_remove(new Button(tr("Remove"), DangerButtonStyle{}))
 {
     m_container->setElideMode(Qt::ElideMiddle);
-    m_container->setMaximumWidth(containerWidth);
-    m_ports->setFixedWidth(portsWidth);
+    m_container->setMaximumWidth(scaled(containerWidth));
+    m_ports->setFixedWidth(scaled(portsWidth));
     m_status->setSurface(StateSurface::Card);
     m_remove->setControlHeight(compact);
-    setMinimumHeight(rowHeight);
+    setMinimumHeight(scaled(rowHeight));
     setLayout(row({Item{m_container, 2}, Item{m_status, 2}, m_ports, m_remove}, 12, sides));
     connect(m_remove, &QAbstractButton::clicked, this, &OrphanRow::removed);
 }
@@ -59,12 +45,12 @@ void OrphanRow::setAppliance(const QString &container, const QString &status, co
     m_container->setText(container);
     m_status->setState(status, runs ? Theme::ok : Theme::muted);
     m_ports->setText(ports);
-    nameButton(m_remove, container);
+    nameRowButton(m_remove, container);
 }
 
 void OrphanRow::paintEvent(QPaintEvent *)
 {
-    paintDivider(this);
+    paintRowDivider(this);
 }
 
 CopyRow::CopyRow(QWidget *parent)
@@ -74,7 +60,7 @@ CopyRow::CopyRow(QWidget *parent)
       m_discard(new Button(tr("Discard"), DangerButtonStyle{}))
 {
     m_discard->setControlHeight(compact);
-    setMinimumHeight(rowHeight);
+    setMinimumHeight(scaled(rowHeight));
     auto *const line = row({}, 12, sides);
     line->addLayout(column({m_name, m_origin}, 0, QMargins{0, 6, 0, 6}), 1);
     line->addWidget(m_promote);
@@ -88,8 +74,8 @@ void CopyRow::setCopy(const QString &name, const QString &origin)
 {
     m_name->setText(name);
     m_origin->setText(origin);
-    nameButton(m_promote, name);
-    nameButton(m_discard, name);
+    nameRowButton(m_promote, name);
+    nameRowButton(m_discard, name);
 }
 
 const QString &CopyRow::name() const
@@ -99,7 +85,7 @@ const QString &CopyRow::name() const
 
 void CopyRow::paintEvent(QPaintEvent *)
 {
-    paintDivider(this);
+    paintRowDivider(this);
 }
 
 } // namespace quillfen

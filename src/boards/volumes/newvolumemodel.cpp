@@ -109,7 +109,7 @@ QCoro::Task<> NewVolumeModel::create(NewVolumeForm form)
         answer = co_await m_state->rpc().call("volumes.create", request, 300s);
     } catch (const RPCError &failure) {
         error = failure.message;
-        nameInvalid = true;
+        nameInvalid = !failure.connectionLost; // what was not read was not found wanting
     }
     if (!answer) {
         busy = false;

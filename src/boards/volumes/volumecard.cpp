@@ -47,7 +47,7 @@ void describeKey(VolumeCard &card, const Record &volume)
         return;
     }
     card.keyPath = AppState::keyPath(volume);
-    card.keyHere = QFileInfo::exists(card.keyPath);
+    card.keyHere = QFileInfo(card.keyPath).isFile();
     card.keyTitle = card.keyHere ? words("Encrypted with a key only you hold · key on this Mac")
                                  : words("Encrypted with a key only you hold · key is NOT on this Mac");
     card.keyFile = underTilde(card.keyPath);

@@ -4,6 +4,7 @@
 
 #include "keyfiles.h"
 
+#include "state/counted.h"
 #include "state/format.h"
 #include "ui/label.h"
 #include "ui/theme.h"
@@ -133,7 +134,7 @@ QString volumesLine(qsizetype count, bool allSynced)
         return Text::tr("No volumes yet");
     }
     const QString state = allSynced ? Text::tr("all protected") : Text::tr("uploading");
-    return (count == 1 ? Text::tr("%1 volume · %2") : Text::tr("%1 volumes · %2")).arg(QString::number(count), state);
+    return counted(count, Text::tr("%1 volume · %2"), Text::tr("%1 volumes · %2")).arg(state);
 }
 
 QString portsText(const Record &appliance)

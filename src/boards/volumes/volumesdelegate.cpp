@@ -113,7 +113,7 @@ void VolumesDelegate::paintRow(QPainter &painter, const QRect &cell, int row) co
     if (selected) {
         const int markHeight = 18;
         painter.setBrush(Theme::accent);
-        painter.drawRoundedRect(QRectF(4, whole.top() + (whole.height() - markHeight) / 2, 3, markHeight), 1.5, 1.5);
+        painter.drawRoundedRect(QRect(4, whole.top() + (whole.height() - markHeight) / 2, 3, markHeight), 1.5, 1.5);
     }
     if (ringed) {
         painter.setPen(QPen(Theme::ok, 2));
@@ -191,7 +191,46 @@ VolumesHeader::VolumesHeader(VolumesTable *table) : QHeaderView(Qt::Horizontal, 
 
 QSize VolumesHeader::sizeHint() const
 {
-    return {QHeaderView::sizeHint().width(), scaled(headerHeight)};
+    return {0, scaled(headerHeight)};
+}
+
+// The table gives each column its width; Qt would measure the captions in bold, which nothing here is written in.
+QSize VolumesHeader::sectionSizeFromContents(int) const
+{
+    return sizeHint();
+}
+
+bool VolumesHeader::isPicture(VolumeColumn column) const
+{
+    return column == VolumeColumn::Encryption && m_table.isNarrow();
+}
+
+/// What fits of the caption into a section of that width.
+QString VolumesHeader::caption(int section, int width) const
+{
+    const auto column = static_cast<VolumeColumn>(section);
+    return QFontMetrics(quillfen::font(Type::CaptionMedium))
+        .elidedText(columnTitle(column), Qt::ElideRight, contentRect({0, 0, width, 1}, column).width());
+}
+
+bool VolumesHeader::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip) {
+        return QHeaderView::viewportEvent(event);
+    }
+    showCaption(*static_cast<QHelpEvent *>(event));
+    return true;
+}
+
+void VolumesHeader::showCaption(const QHelpEvent &event)
+{
+    const int section = logicalIndexAt(event.pos());
+    const auto column = static_cast<VolumeColumn>(section);
+    if (section >= 0 && (isPicture(column) || caption(section, sectionSize(section)) != columnTitle(column))) {
+        showPlainToolTip(event.globalPos(), columnTitle(column), viewport());
+    } else {
+        QToolTip::hideText();
+    }
 }
 
 void VolumesHeader::paintSection(QPainter *painter, const QRect &rect, int section) const
@@ -199,16 +238,14 @@ void VolumesHeader::paintSection(QPainter *painter, const QRect &rect, int secti
     const auto column = static_cast<VolumeColumn>(section);
     painter->fillRect(rect, Theme::bg);
     painter->fillRect(rect.left(), rect.bottom(), rect.width(), 1, Theme::line);
-    if (column == VolumeColumn::Encryption && m_table.isNarrow()) {
+    if (isPicture(column)) {
         paintIcon(*painter, Icon::Key, pictureRect(rect), Theme::text);
         return;
     }
-    const QRect content = contentRect(rect, column);
-    const QString caption = columnTitle(column);
     painter->setFont(quillfen::font(Type::CaptionMedium));
     painter->setPen(Theme::text);
-    painter->drawText(content, static_cast<int>(textAlignment(column)) | Qt::TextSingleLine,
-                      painter->fontMetrics().elidedText(caption, Qt::ElideRight, content.width()));
+    painter->drawText(contentRect(rect, column), static_cast<int>(textAlignment(column)) | Qt::TextSingleLine,
+                      caption(section, rect.width()));
 }
 
 } // namespace quillfen

@@ -32,7 +32,8 @@ private:
     const VolumesTable &m_table;
 };
 
-/// The captions above the columns; where the Encryption column is narrow, a key stands for its caption.
+/// The captions above the columns; where the Encryption column is narrow, a key stands for its caption. A caption that
+/// is not written out is shown whole in a tooltip.
 class VolumesHeader final : public QHeaderView {
     Q_OBJECT
 
@@ -43,8 +44,14 @@ public:
 
 protected:
     void paintSection(QPainter *painter, const QRect &rect, int section) const override;
+    [[nodiscard]] QSize sectionSizeFromContents(int section) const override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
+    [[nodiscard]] bool isPicture(VolumeColumn column) const;
+    [[nodiscard]] QString caption(int section, int width) const;
+    void showCaption(const QHelpEvent &event);
+
     const VolumesTable &m_table;
 };
 

@@ -16,6 +16,7 @@
 #include "ui/pill.h"
 #include "ui/statcell.h"
 #include "ui/theme.h"
+#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>
@@ -263,7 +264,7 @@ void VolumeSection::renderRows()
 
 void VolumeSection::resizeEvent(QResizeEvent *)
 {
-    const bool narrow = width() < narrowWidth;
+    const bool narrow = width() < scaled(narrowWidth);
     if (std::exchange(m_narrow, narrow) != narrow) {
         m_bandGrid->removeWidget(m_actions);
         m_bandGrid->addWidget(m_actions, narrow ? 1 : 0, narrow ? 0 : 1);

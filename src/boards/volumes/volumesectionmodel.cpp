@@ -50,7 +50,7 @@ QCoro::Task<> VolumeSectionModel::show(std::int64_t id)
         points = 0;
         oldest = QString();
     }
-    Records found;
+    RestorePoints found;
     try {
         found = co_await m_state->restorePoints(id);
     } catch (const RPCError &) {
@@ -60,17 +60,14 @@ QCoro::Task<> VolumeSectionModel::show(std::int64_t id)
     if (generation != m_generation) {
         co_return;
     }
-    points = found.size();
-    oldest = found.isEmpty() ? QString() : shortDate(str(found.constFirst(), "timestamp"));
+    points = static_cast<std::int64_t>(found.size());
+    oldest = found.isEmpty() ? QString() : shortDate(found.timestamp(0));
 }
 
 QCoro::Task<> VolumeSectionModel::startAppliance(std::int64_t id, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "appliance.deploy";
-    action.params = params("volume_id", id);
-    action.timeout = 600s;
+    Action action = calling("appliance.deploy", params("volume_id", id), 600s);
     action.before = tr("Starting the appliance for %1…").arg(name);
     action.done = saying(tr("appliance for %1 started").arg(name));
     co_await perform(m_state, action);
@@ -87,10 +84,7 @@ QCoro::Task<> VolumeSectionModel::mount(std::int64_t id, QString name)
 QCoro::Task<> VolumeSectionModel::unmount(std::int64_t id, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "mount.detach";
-    action.params = params("volume_id", id, "name", name);
-    action.timeout = 300s;
+    Action action = calling("mount.detach", params("volume_id", id, "name", name), 300s);
     action.done = saying(tr("unmounted %1").arg(name));
     co_await perform(m_state, action);
 }
@@ -99,10 +93,7 @@ QCoro::Task<> VolumeSectionModel::resize(std::int64_t id, QString name, std::int
 {
     const auto self = shared_from_this();
     const QString size = QString::number(to);
-    Action action;
-    action.method = "volumes.resize";
-    action.params = params("volume_id", id, "size_bytes", to << 30);
-    action.timeout = 1500s;
+    Action action = calling("volumes.resize", params("volume_id", id, "size_bytes", to << 30), 1500s);
     action.before =
         (to > from ? tr("Growing %1 to %2 GB… the mount comes back by itself when the appliance is done.")
                    : tr("Shrinking %1 to %2 GB… the mount comes back by itself when the appliance is done."))
@@ -118,10 +109,7 @@ QCoro::Task<> VolumeSectionModel::resize(std::int64_t id, QString name, std::int
 QCoro::Task<> VolumeSectionModel::remove(std::int64_t id, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "volumes.remove";
-    action.params = params("volume_id", id);
-    action.timeout = 3900s;
+    Action action = calling("volumes.remove", params("volume_id", id), 3900s);
     action.before =
         tr("Deleting %1: unmounting, then stopping its appliance once its last writes reach the vault…").arg(name);
     action.done = saying(tr("deleted %1; its appliance is removed from this Mac").arg(name));

@@ -27,10 +27,7 @@ void VolumesModel::newVolume()
 QCoro::Task<> VolumesModel::removeOrphan(QString container)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "appliance.remove";
-    action.params = params("container", container);
-    action.timeout = 3900s;
+    Action action = calling("appliance.remove", params("container", container), 3900s);
     action.before = tr("Stopping %1…").arg(container);
     action.done = saying(tr("%1 removed").arg(container));
     co_await perform(m_state, action);
@@ -39,10 +36,7 @@ QCoro::Task<> VolumesModel::removeOrphan(QString container)
 QCoro::Task<> VolumesModel::discardCopy(std::int64_t id)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "recovery.delete";
-    action.params = params("recovery_id", id);
-    action.timeout = 300s;
+    Action action = calling("recovery.delete", params("recovery_id", id), 300s);
     action.done = saying(tr("discarded"));
     co_await perform(m_state, action);
 }
@@ -50,10 +44,7 @@ QCoro::Task<> VolumesModel::discardCopy(std::int64_t id)
 QCoro::Task<> VolumesModel::promoteCopy(std::int64_t id, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "recovery.promote";
-    action.params = params("recovery_id", id, "new_name", name);
-    action.timeout = 600s;
+    Action action = calling("recovery.promote", params("recovery_id", id, "new_name", name), 600s);
     action.done = saying(tr("%1 is a volume now; click Mount to start it on this Mac.").arg(name));
     co_await perform(m_state, action);
 }

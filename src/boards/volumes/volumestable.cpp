@@ -46,11 +46,15 @@ std::array<int, volumeColumns> columnWidths(bool narrow, int width)
     }
     // Nothing scrolls sideways: where the texts ask for more than names and numbers leave, they give way evenly.
     const std::span<int> texts = std::span(widths).subspan(static_cast<std::size_t>(VolumeColumn::Share));
-    const int wanted = std::accumulate(texts.begin(), texts.end(), 0);
+    // A mark or an "Off" has nothing that could be left out, so it keeps its room.
+    int &key = widths[static_cast<std::size_t>(VolumeColumn::Encryption)];
+    const int kept = narrow ? key : 0;
+    const int wanted = std::accumulate(texts.begin(), texts.end(), 0) - kept;
     const int numbers = std::accumulate(widths.begin(), widths.end(), 0) - wanted;
     const int room = std::max(0, width - scaled(smallestName) - numbers);
     if (wanted > room) {
         std::ranges::transform(texts, texts.begin(), [&](int each) { return each * room / wanted; });
+        key = narrow ? kept : key;
     }
     widths[0] = std::max(scaled(smallestName), width - std::accumulate(widths.begin(), widths.end(), 0));
     return widths;
@@ -60,13 +64,14 @@ std::array<int, volumeColumns> columnWidths(bool narrow, int width)
 
 VolumesTable::VolumesTable(VolumesTableModel *rows, QWidget *parent) : QTableView(parent), m_rows(rows)
 {
-    rows->setParent(this);
-    setModel(rows);
-    setItemDelegate(new VolumesDelegate(this));
+    // Before there is a model: Qt's own headers measure its captions, in bold.
     setHorizontalHeader(new VolumesHeader(this));
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(rowPixels());
     verticalHeader()->hide();
+    rows->setParent(this);
+    setModel(rows);
+    setItemDelegate(new VolumesDelegate(this));
     setFrameShape(QFrame::NoFrame);
     setShowGrid(false);
     setCornerButtonEnabled(false);

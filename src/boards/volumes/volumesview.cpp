@@ -15,6 +15,7 @@
 #include "ui/layout.h"
 #include "ui/scrollarea.h"
 #include "ui/searchfield.h"
+#include "ui/taborder.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -38,12 +39,12 @@ constexpr int tableToCard = 4;
 } // namespace
 
 VolumesView::VolumesView(std::shared_ptr<AppState> state, QWidget *parent)
-    : QWidget(parent), m_state(std::move(state)), m_model(std::make_shared<VolumesModel>(m_state)),
+    : Board(parent), m_state(std::move(state)), m_model(std::make_shared<VolumesModel>(m_state)),
       m_rows(new VolumesTableModel(m_state)), m_table(new VolumesTable(m_rows)), m_frame(new BoardFrame(tr("Volumes"))),
       m_search(new SearchField(tr("Search volumes"))),
       m_empty(new EmptyState(Icon::Drive, tr("A volume is a drive on this Mac whose every second is kept offsite."),
                              tr("+ New volume"))),
-      m_card(new VolumeSection(m_state)), m_orphans(new OrphanAppliances(m_model)), m_copies(new ReadyCopies(m_model)),
+      m_orphans(new OrphanAppliances(m_model)), m_copies(new ReadyCopies(m_model)),
       m_observer(
           {&m_state->volumes, &m_state->mounts, &m_state->statuses, &m_state->localAppliances, &m_state->vm,
            &m_state->selectedVolume, &m_model->query},
@@ -62,9 +63,7 @@ void VolumesView::build()
     m_frame->actions()->addWidget(add);
     m_frame->body()->addWidget(m_empty);
     m_frame->body()->addWidget(m_table);
-    m_card->setContentsMargins(0, tableToCard, 0, 0);
-    for (QWidget *below :
-         {static_cast<QWidget *>(m_card), static_cast<QWidget *>(m_orphans), static_cast<QWidget *>(m_copies)}) {
+    for (QWidget *below : {static_cast<QWidget *>(m_orphans), static_cast<QWidget *>(m_copies)}) {
         m_frame->body()->addWidget(below);
         below->installEventFilter(this);
     }
@@ -94,6 +93,20 @@ void VolumesView::render()
     m_table->setVisible(count > 0);
     m_empty->setVisible(count == 0);
     renderRows();
+    if (m_card == nullptr && m_state->selectedVolume()) {
+        makeCard();
+    }
+}
+
+// The card holds more widgets than the rest of the board, so it waits until a volume is selected.
+void VolumesView::makeCard()
+{
+    m_card = new VolumeSection(m_state, m_table->parentWidget());
+    m_card->setContentsMargins(0, tableToCard, 0, 0);
+    m_frame->body()->insertWidget(m_frame->body()->indexOf(m_table) + 1, m_card);
+    m_card->installEventFilter(this);
+    moveInTabOrder(m_table, m_card);
+    showCard();
 }
 
 // A refresh leaves the list where it is. A search shows its finds from the top; when it ends, the list stands where it
@@ -139,7 +152,7 @@ void VolumesView::fitBody()
 
 bool VolumesView::hasMoreBelow() const
 {
-    return !m_card->isHidden() || !m_orphans->isHidden() || !m_copies->isHidden();
+    return (m_card != nullptr && !m_card->isHidden()) || !m_orphans->isHidden() || !m_copies->isHidden();
 }
 
 // The card takes room from a long table; the row it belongs to stays in view.

@@ -5,8 +5,7 @@
 #include "volumestable.h"
 
 #include "state/appstate.h"
-
-#include <QWidget>
+#include "ui/board.h"
 
 #include <memory>
 
@@ -23,15 +22,14 @@ class VolumesTableModel;
 
 /// The Volumes board: the account's volumes as a table under a search field, or what a volume is while there is none;
 /// below it the card of the selected volume, and what a volume has left behind or may come of.
-class VolumesView final : public QWidget {
+class VolumesView final : public Board {
     Q_OBJECT
 
 public:
     explicit VolumesView(std::shared_ptr<AppState> state, QWidget *parent = nullptr);
     ~VolumesView() override;
 
-    /// Puts the cursor into the search field, what it holds selected.
-    void focusSearch();
+    void focusSearch() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -47,6 +45,7 @@ private:
     void render();
     void renderRows();
     void fitBody();
+    void makeCard();
     void showCard();
     [[nodiscard]] bool hasMoreBelow() const;
 
@@ -57,7 +56,7 @@ private:
     BoardFrame *m_frame;
     SearchField *m_search;
     EmptyState *m_empty;
-    VolumeSection *m_card;
+    VolumeSection *m_card = nullptr; ///< made for the first selection
     OrphanAppliances *m_orphans;
     ReadyCopies *m_copies;
     QString m_query; ///< the search whose rows are shown

@@ -13,6 +13,8 @@
 
 #include <QAccessible>
 
+#include <map>
+
 namespace {
 
 using namespace quillfen;
@@ -99,6 +101,26 @@ TEST_F(IscsiCardTest, ShowsTargetPortalAndLogin)
     EXPECT_EQ(field->text(), u"10.0.0.5"_s);
     EXPECT_EQ(field->placeholderText(), u"192.168.1.20"_s);
     EXPECT_TRUE(toggle->isChecked());
+}
+
+/// Runs once more with text half as large again.
+TEST_F(IscsiCardTest, TheLoginIsReadWhateverTheTextSize)
+{
+    show();
+    card->resize(900, 900);
+    QTest::qWait(20);
+    std::map<QString, const QWidget *> captions;
+    for (const Label *const each : card->findChildren<Label *>()) {
+        captions[each->text()] = each;
+    }
+    for (const AgentLabel *const each : card->findChildren<AgentLabel *>()) {
+        captions[each->text()] = each;
+    }
+    for (const QString &text : {u"CHAP user"_s, u"CHAP secret"_s}) {
+        ASSERT_NE(captions[text], nullptr);
+        EXPECT_GE(captions[text]->width(), captions[text]->sizeHint().width()) << text.toStdString();
+    }
+    EXPECT_EQ(captions[u"CHAP user"_s]->width(), captions[u"CHAP secret"_s]->width()) << "in one column";
 }
 
 TEST_F(IscsiCardTest, AHiddenSecretIsNowhereToBeFound)

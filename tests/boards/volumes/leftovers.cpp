@@ -75,6 +75,13 @@ TEST_F(OrphansTest, SayWhatTheyAre)
                      "Remove stops each patiently: its last writes reach the vault first."_s));
 }
 
+TEST_F(OrphansTest, TheButtonIsReadWithoutHiddenCharacters)
+{
+    state->orphans = Records{orphan("quill\u202eexe")};
+    EXPECT_TRUE(eventually([&] { return says(u"Remove, "_s + madeVisible(u"quill\u202eexe"_s)); }));
+    EXPECT_FALSE(says(u"Remove, quill\u202eexe"_s));
+}
+
 TEST_F(OrphansTest, RemovingAsksFirst)
 {
     state->orphans = Records{orphan("one"), orphan("two")};

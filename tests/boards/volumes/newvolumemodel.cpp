@@ -198,7 +198,8 @@ TEST_F(NewVolumeModelTest, TheAgentGoingAwayIsAnErrorOfTheForm)
     ASSERT_TRUE(eventually([&] { return agent.count("volumes.create") == 1; }));
     agent.stop();
     ASSERT_TRUE(eventually([&] { return task.isReady(); }));
-    EXPECT_FALSE(model->error().isEmpty());
+    EXPECT_EQ(model->error(), u"the agent connection closed"_s);
+    EXPECT_FALSE(model->nameInvalid()) << "nobody has read the name";
     EXPECT_FALSE(model->busy());
     EXPECT_TRUE(state->showNewVolume());
 }

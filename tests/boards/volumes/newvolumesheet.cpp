@@ -12,6 +12,7 @@
 #include "ui/slider.h"
 #include "ui/textfield.h"
 #include "ui/toggle.h"
+#include "ui/type.h"
 
 namespace {
 
@@ -283,6 +284,14 @@ TEST_F(NewVolumeSheetTest, APlanBeyondAllMeasureHasASlider)
     state->account = params("purchased_capacity_bytes", std::numeric_limits<std::int64_t>::max());
     ASSERT_TRUE(eventually([&] { return slider->maximum() > 1'000'000; }));
     EXPECT_EQ(slider->minimum(), 1);
+}
+
+/// Runs once more with text half as large again.
+TEST_F(NewVolumeSheetTest, ATileHasRoomForItsLongestWordWhateverTheTextSize)
+{
+    constexpr int padding = 13;
+    const int word = QFontMetrics(quillfen::font(Type::Caption)).horizontalAdvance(u"recommended"_s);
+    EXPECT_GE(tile(u"SMB"_s)->width() - 2 * padding, word);
 }
 
 TEST_F(NewVolumeSheetTest, NamesOfAnyKindFitIntoTheSheet)

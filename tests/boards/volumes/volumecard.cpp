@@ -138,6 +138,12 @@ TEST_F(VolumeCardTest, AKeyOnThisComputerSaysSo)
     EXPECT_EQ(shown.keyPath, home.path() + u"/.quill/quill-a.key"_s);
 }
 
+TEST_F(VolumeCardTest, AFolderIsNoKey)
+{
+    ASSERT_TRUE(QDir().mkpath(home.path() + u"/.quill/quill-a.key"_s));
+    EXPECT_FALSE(card(with(volume(1, u"a"_s), "encryption", "customer")).keyHere) << "as the table says it";
+}
+
 TEST_F(VolumeCardTest, TheKeyOfAnotherVolumeIsNamed)
 {
     const Record copy = with(volume(1, u"accounts-2025"_s), "encryption", "customer", "key_volume", "accounts");

@@ -99,6 +99,18 @@ TEST_F(VolumesTableTest, EveryColumnEndsWithinTheTable)
     }
 }
 
+TEST_F(VolumesTableTest, AKeyKeepsItsRoomWhereTheTextsGiveWay)
+{
+    show(manyVolumes(3), {500, 400});
+    EXPECT_LT(table.columnWidth(static_cast<int>(VolumeColumn::Share)), 118);
+    EXPECT_EQ(table.columnWidth(static_cast<int>(VolumeColumn::Encryption)), 44);
+    int whole = 0;
+    for (int column = 0; column < volumeColumns; ++column) {
+        whole += table.columnWidth(column);
+    }
+    EXPECT_EQ(whole, 500);
+}
+
 TEST_F(VolumesTableTest, NothingScrollsSideways)
 {
     show(Records{volume(1, QString(100'000, u'w'))}, {500, 400});
@@ -329,6 +341,32 @@ TEST_F(VolumesTableTest, ANarrowKeyTellsItsTextInATooltip)
     QCoreApplication::sendEvent(table.viewport(), &help);
     EXPECT_TRUE(QToolTip::text().contains(u"On · key elsewhere"_s)) << qPrintable(QToolTip::text());
     qputenv("HOME", before);
+}
+
+TEST_F(VolumesTableTest, ACaptionThatIsNotWrittenOutHasATooltip)
+{
+    const auto tip = [&](VolumeColumn column) {
+        QToolTip::hideText();
+        EXPECT_TRUE(eventually([] { return !QToolTip::isVisible(); }));
+        QWidget *const header = table.horizontalHeader()->viewport();
+        const QPoint at(table.horizontalHeader()->sectionViewportPosition(static_cast<int>(column)) + 4, 10);
+        QHelpEvent help(QEvent::ToolTip, at, header->mapToGlobal(at));
+        QCoreApplication::sendEvent(header, &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    show(manyVolumes(1), {696, 200});
+    EXPECT_TRUE(tip(VolumeColumn::Encryption).contains(u"Encryption"_s)) << "a key stands for it";
+    EXPECT_EQ(tip(VolumeColumn::Offsite), QString());
+    table.resize(900, 200);
+    EXPECT_EQ(tip(VolumeColumn::Encryption), QString());
+}
+
+TEST_F(VolumesTableTest, TheHeaderMeasuresNoCaption)
+{
+    // Qt would in bold, and a cut of the font that nothing is written in takes a quarter of a megabyte.
+    show(manyVolumes(3));
+    EXPECT_EQ(table.horizontalHeader()->sectionSizeHint(0), 0);
+    EXPECT_EQ(table.horizontalHeader()->height(), 28);
 }
 
 TEST_F(VolumesTableTest, AMegabyteOfNameDoesNotStallThePainting)

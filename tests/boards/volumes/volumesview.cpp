@@ -62,6 +62,27 @@ protected:
         return nullptr;
     }
 
+    [[nodiscard]] VolumeSection *cardShown() const
+    {
+        auto *const card = view->findChild<VolumeSection *>();
+        return card != nullptr && card->isVisible() ? card : nullptr;
+    }
+
+    /// What Tab leads to from the table, by the names of the buttons.
+    [[nodiscard]] QStringList reachedByTab(int presses) const
+    {
+        table->setFocus();
+        QStringList reached;
+        for (int pressed = 0; pressed < presses; ++pressed) {
+            QTest::keyClick(view->focusWidget(), Qt::Key_Tab);
+            const auto *const button = qobject_cast<QAbstractButton *>(view->focusWidget());
+            reached << (button == nullptr                    ? QString()
+                        : button->accessibleName().isEmpty() ? button->text()
+                                                             : button->accessibleName());
+        }
+        return reached;
+    }
+
     [[nodiscard]] QStringList names() const
     {
         QStringList all;
@@ -336,10 +357,10 @@ TEST_F(VolumesViewTest, WithoutVolumesTabReachesTheSecondButton)
 TEST_F(VolumesViewTest, TheCardOfTheSelectedVolumeStandsBelowTheTable)
 {
     show(manyVolumes(5));
-    auto *const card = view->findChild<VolumeSection *>();
-    EXPECT_TRUE(card->isHidden());
+    ASSERT_EQ(cardShown(), nullptr);
     click(2);
-    ASSERT_TRUE(eventually([&] { return card->isVisible() && card->height() > 200; }));
+    ASSERT_TRUE(eventually([&] { return cardShown() != nullptr && cardShown()->height() > 200; }));
+    const VolumeSection *const card = cardShown();
     EXPECT_TRUE(
         eventually([&] { return card->y() + card->contentsMargins().top() == table->geometry().bottom() + 1 + 20; }));
     EXPECT_EQ(card->width(), table->width());
@@ -350,11 +371,11 @@ TEST_F(VolumesViewTest, ALongTableLeavesTheCardInViewAndItsRowToo)
 {
     show(manyVolumes(10'000));
     auto *const area = view->findChild<ScrollArea *>();
-    auto *const card = view->findChild<VolumeSection *>();
     const int before = table->height();
     const int last = table->rowAt(table->viewport()->height() - 1) - 1;
     click(last);
-    ASSERT_TRUE(eventually([&] { return card->isVisible() && table->height() == before - 200; }));
+    ASSERT_TRUE(eventually([&] { return cardShown() != nullptr && table->height() == before - 200; }));
+    const VolumeSection *const card = cardShown();
     ASSERT_TRUE(eventually([&] { return area->verticalScrollBar()->maximum() > 0; }));
     const int top = card->mapTo(area->viewport(), QPoint()).y();
     EXPECT_LE(top, area->viewport()->height() - 160) << "a good part of the card is in view";
@@ -382,18 +403,20 @@ TEST_F(VolumesViewTest, TabGoesOnIntoTheCards)
     state->readyCopies = Records{params("recovery_id", 3, "name", "copy")};
     show(manyVolumes(3));
     ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
-    table->setFocus();
-    QStringList reached;
-    for (int presses = 0; presses < 8; ++presses) {
-        QTest::keyClick(view->focusWidget(), Qt::Key_Tab);
-        const auto *const button = qobject_cast<QAbstractButton *>(view->focusWidget());
-        reached << (button == nullptr                    ? QString()
-                    : button->accessibleName().isEmpty() ? button->text()
-                                                         : button->accessibleName());
-    }
-    EXPECT_THAT(reached,
+    EXPECT_THAT(reachedByTab(8),
                 testing::ElementsAre(u"Start"_s, u"Resize"_s, u"Time travel"_s, u"Copy"_s, u"Delete volume…"_s,
                                      u"Remove, quill-vol-9"_s, u"Make it a volume, copy"_s, u"Discard, copy"_s));
+}
+
+TEST_F(VolumesViewTest, TabGoesIntoACardThatComesAfterTheLists)
+{
+    state->orphans = Records{params("container", "quill-vol-9")};
+    show(manyVolumes(3));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    click(0);
+    ASSERT_TRUE(eventually([&] { return cardShown() != nullptr && cardShown()->height() > 200; }));
+    EXPECT_THAT(reachedByTab(6), testing::ElementsAre(u"Start"_s, u"Resize"_s, u"Time travel"_s, u"Copy"_s,
+                                                      u"Delete volume…"_s, u"Remove, quill-vol-9"_s));
 }
 
 TEST_F(VolumesViewTest, MayGoWhileARenderIsDue)
