@@ -30,6 +30,18 @@ json::value leave(const Call &call)
     return authRecord(call.world);
 }
 
+json::value close(const Call &call)
+{
+    closeAccount(call.world);
+    return accountRecord(call.world);
+}
+
+json::value reclaim(const Call &call)
+{
+    reclaimAccount(call.world);
+    return accountRecord(call.world);
+}
+
 } // namespace
 
 std::vector<Method> accountMethods()
@@ -57,6 +69,16 @@ std::vector<Method> accountMethods()
          .path = "/v1/account",
          .summary = "The account and its plan.",
          .handler = account},
+        {.name = "account.close",
+         .http = "POST",
+         .path = "/v1/account/close",
+         .summary = "Schedules every volume for destruction after the grace period.",
+         .handler = close},
+        {.name = "account.reclaim",
+         .http = "POST",
+         .path = "/v1/account/reclaim",
+         .summary = "Takes the closing of the account back.",
+         .handler = reclaim},
     };
 }
 

@@ -118,6 +118,14 @@ void Agent::work(ClientId client, const Request &request, const Method &method)
             answer(client, request, (*now)(call));
             return;
         }
+        if (const auto *text = std::get_if<2>(&method.handler)) {
+            const std::string result = (*text)(call);
+            if (request.wantsAnswer) {
+                settle(client);
+                reply(client, answerLineOfText(request.id, result));
+            }
+            return;
+        }
         // The work goes on when the client has gone; its answer then finds nobody.
         const Done done = [this, client, id = request.id, wanted = request.wantsAnswer](Result result) {
             answer(client, {id, wanted, {}, {}}, std::move(result));

@@ -36,6 +36,11 @@ void start(const Call &call, const Done &done)
     startEngine(call.world, done);
 }
 
+void stop(const Call &call, const Done &done)
+{
+    stopEngineSafely(call.world, done);
+}
+
 json::value listAppliances(const Call &call)
 {
     requireRunning(call.world);
@@ -74,6 +79,11 @@ std::vector<Method> engineMethods()
          .summary = "Sets the engine up. Answers when it runs; reports progress as vm.progress.",
          .handler = prepare},
         {.name = "vm.start", .local = true, .summary = "Starts the engine. Answers when it runs.", .handler = start},
+        {.name = "engine.stop_safely",
+         .local = true,
+         .summary = "Uploads and unmounts everything, then stops the engine. Answers when it has stopped; reports "
+                    "progress as vm.progress.",
+         .handler = stop},
         {.name = "preflight.run",
          .access = Access::Anyone,
          .local = true,

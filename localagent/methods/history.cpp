@@ -9,14 +9,20 @@ namespace quillfen::localagent {
 
 namespace {
 
-json::value listPoints(const Call &call)
+std::string listPoints(const Call &call)
 {
-    return pointsRecord(call.world, volumeOf(call.world, call.params.whole("volume_id")));
+    return pointsText(call.world, volumeOf(call.world, call.params.whole("volume_id")));
 }
 
 json::value listCopies(const Call &call)
 {
     return copyRecords(call.world, volumeOf(call.world, call.params.whole("volume_id")).id);
+}
+
+void restore(const Call &call, const Done &done)
+{
+    startCopy(call.world, call.params.whole("volume_id"), call.params.text("timestamp"),
+              call.params.text("recovery_name"), done);
 }
 
 json::value discard(const Call &call)
@@ -54,6 +60,14 @@ std::vector<Method> historyMethods()
          .parameters = {volumeId()},
          .summary = "The copies made from a volume's past.",
          .handler = listCopies},
+        {.name = "restore.start",
+         .http = "POST",
+         .path = "/v1/volumes/{volume_id}/recoveries",
+         .parameters = {volumeId(),
+                        {.name = "timestamp", .summary = "the second to copy, in ISO 8601"},
+                        {.name = "recovery_name", .summary = "the copy's name"}},
+         .summary = "Begins a writable copy of a volume as it was at a second of its past.",
+         .handler = restore},
         {.name = "recovery.promote",
          .http = "POST",
          .path = "/v1/recoveries/{recovery_id}/promote",

@@ -6,6 +6,7 @@
 #include "localagent/wire/clients.h"
 #include "localagent/world/world.h"
 
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -22,9 +23,11 @@ struct Call {
     const Params &params;
 };
 
-/// A handler answers at once, or keeps `done` and answers when its work has ended. Either may throw a Refusal before it
-/// returns. A handler that answers later copies what it needs of the call.
-using Handler = std::variant<json::value (*)(const Call &), void (*)(const Call &, const Done &)>;
+/// A handler answers at once, with a value or with the JSON text of a long one, or keeps `done` and answers when its
+/// work has ended. Each may throw a Refusal before it returns. A handler that answers later copies what it needs of the
+/// call.
+using Handler =
+    std::variant<json::value (*)(const Call &), void (*)(const Call &, const Done &), std::string (*)(const Call &)>;
 
 enum class Access { Anyone, SignedIn, Operator };
 

@@ -3,6 +3,7 @@
 #include "localagent/world/mounts.h"
 #include "localagent/methods/subjects.h"
 #include "localagent/world/records.h"
+#include "localagent/world/views.h"
 
 namespace quillfen::localagent {
 
@@ -16,16 +17,19 @@ json::value state(const Call &call)
 json::value mount(const Call &call)
 {
     const VolumeId id = call.params.whole("volume_id");
-    if (const auto view = call.params.optionalText("view")) {
-        throw Refusal(Refusal::Kind::Missing, volumeOf(call.world, id).name + " has no open view " + *view + ".");
-    }
-    const Mount &made = attach(call.world, id);
+    const auto view = call.params.optionalText("view");
+    const Mount &made = view ? attachView(call.world, id, *view) : attach(call.world, id);
     return json::object{{"mounted", true}, {"name", made.name}, {"mountpoint", made.folder}};
 }
 
 json::value unmount(const Call &call)
 {
-    detach(call.world, call.params.whole("volume_id"));
+    const VolumeId id = call.params.whole("volume_id");
+    if (const auto name = call.params.optionalText("name")) {
+        detach(call.world, id, *name);
+    } else {
+        detach(call.world, id);
+    }
     return json::object{{"mounted", false}};
 }
 
@@ -42,12 +46,12 @@ std::vector<Method> mountMethods()
         {.name = "mount.attach",
          .parameters = {volumeId(), {.name = "view", .required = false, .summary = "an open view of the volume"}},
          .local = true,
-         .summary = "Mounts a volume under ~/Quillfen.",
+         .summary = "Mounts a volume, or an open view of it, under ~/Quillfen.",
          .handler = mount},
         {.name = "mount.detach",
          .parameters = {volumeId(), {.name = "name", .required = false, .summary = "the mount's name"}},
          .local = true,
-         .summary = "Unmounts a volume.",
+         .summary = "Unmounts a volume or a view.",
          .handler = unmount},
     };
 }

@@ -76,6 +76,15 @@ std::string answerLine(const json::value &id, json::value result)
     return json::serialize(json::object{{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
 }
 
+std::string answerLineOfText(const json::value &id, std::string_view result)
+{
+    std::string line = R"({"jsonrpc":"2.0","id":)" + json::serialize(id) + R"(,"result":)";
+    line.reserve(line.size() + result.size() + 2); // one more for the line feed
+    line += result;
+    line += '}';
+    return line;
+}
+
 std::string errorLine(const json::value &id, const Error &error)
 {
     json::object object{{"code", error.code}, {"message", error.message}};

@@ -41,6 +41,8 @@ struct BadRequest {
 [[nodiscard]] std::variant<Request, BadRequest> parseRequest(std::string_view line);
 
 [[nodiscard]] std::string answerLine(const json::value &id, json::value result);
+/// The same for a result that is JSON text already.
+[[nodiscard]] std::string answerLineOfText(const json::value &id, std::string_view result);
 [[nodiscard]] std::string errorLine(const json::value &id, const Error &error);
 [[nodiscard]] std::string eventLine(std::string_view name, json::value data);
 

@@ -17,6 +17,11 @@ namespace quillfen::localagent {
 [[nodiscard]] std::vector<Method> mountMethods();
 [[nodiscard]] std::vector<Method> historyMethods(); ///< restore points and copies
 [[nodiscard]] std::vector<Method> iscsiMethods();
+[[nodiscard]] std::vector<Method> operatorMethods(); ///< running the service
+[[nodiscard]] std::vector<Method> tokenMethods();    ///< the account's tokens
+[[nodiscard]] std::vector<Method> exportMethods();   ///< copies that leave the vault
+[[nodiscard]] std::vector<Method> policyMethods();   ///< how long each second is kept
+[[nodiscard]] std::vector<Method> viewMethods();     ///< open seconds of the past
 
 /// The parameter that most methods begin with.
 [[nodiscard]] inline Parameter volumeId()

@@ -43,6 +43,11 @@ Table::Table()
     add(mountMethods());
     add(historyMethods());
     add(iscsiMethods());
+    add(operatorMethods());
+    add(tokenMethods());
+    add(exportMethods());
+    add(policyMethods());
+    add(viewMethods());
 }
 
 const Method *Table::find(std::string_view name) const

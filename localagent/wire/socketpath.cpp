@@ -30,8 +30,9 @@ std::string defaultSocketPath()
         return std::string(runtime) + "/quillfen/agent.sock";
     }
     const char *temporary = std::getenv("TMPDIR");
-    return "/" + withoutOuterSlashes(temporary ? temporary : "/tmp") + "/quillfen-" + std::to_string(::getuid()) +
-           "/quillfen/agent.sock";
+    std::string folder(1, '/');
+    folder += withoutOuterSlashes(temporary ? temporary : "/tmp");
+    return folder + "/quillfen-" + std::to_string(::getuid()) + "/quillfen/agent.sock";
 }
 
 } // namespace quillfen::localagent

@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "localagent/world/appliances.h"
 
+#include "localagent/world/points.h"
+
 #include <algorithm>
 
 namespace quillfen::localagent {
 
 namespace {
 
+// A user has read that the start was asked for before the first word about its progress comes.
+constexpr Seconds orderTime{1};
 constexpr Seconds pullTime{1.5};
 constexpr Seconds startTime{3};
 constexpr Seconds connectTime{4};
@@ -34,6 +38,7 @@ void settle(const World &world, Volume &volume)
 void changeAppliance(World &world, Volume &volume, Appliance appliance)
 {
     settle(world, volume);
+    settleHistory(world, volume);
     volume.appliance = appliance;
     ++volume.applianceLife;
 }
@@ -56,9 +61,7 @@ void finishUpload(World &world, Volume &volume)
 {
     volume.pending = 0;
     volume.pendingAt = world.clock.now();
-    if (volume.history.written) {
-        volume.history.points.push_back(world.clock.now());
-    }
+    addPoint(world, volume);
 }
 
 void goOnline(World &world, Volume &volume)
@@ -82,16 +85,6 @@ void provideKey(World &world, const Volume &volume)
                                                    world.home.keyFile(keyNameOf(volume)) + " and start again.");
     }
     world.home.makeKey(keyNameOf(volume), randomText(world, 44) + "\n");
-}
-
-void requireEngine(const Engine &engine)
-{
-    if (!engine.exists) {
-        throw Refusal(Refusal::Kind::Conflict, "The engine is not set up yet. Set it up under Account & engine.");
-    }
-    if (!engine.running()) {
-        throw Refusal(Refusal::Kind::Conflict, "The engine is not running. Start it under Account & engine.");
-    }
 }
 
 // Somebody else may wait for the same start; both get their answer when it is done.
@@ -185,6 +178,19 @@ Seconds uploadTime(const World &world, const Volume &volume)
     return Seconds(static_cast<double>(pendingBytes(world, volume)) / static_cast<double>(world.state.uploadRate));
 }
 
+void requireEngine(const Engine &engine)
+{
+    if (!engine.exists) {
+        throw Refusal(Refusal::Kind::Conflict, "The engine is not set up yet. Set it up under Account & engine.");
+    }
+    if (!engine.running()) {
+        throw Refusal(Refusal::Kind::Conflict, "The engine is not running. Start it under Account & engine.");
+    }
+    if (engine.stopping) {
+        throw Refusal(Refusal::Kind::Conflict, "The engine is being stopped. Start it again when that is done.");
+    }
+}
+
 void deploy(World &world, VolumeId id, const Done &done)
 {
     Volume &volume = idleVolumeOf(world, id);
@@ -206,7 +212,9 @@ void deploy(World &world, VolumeId id, const Done &done)
     provideKey(world, volume);
     changeAppliance(world, volume, Appliance::Starting);
     volume.applianceSince = world.clock.now();
-    announceProgress(world, "appliance.progress", "Getting the appliance for " + volume.name + "…");
+    later(world, volume, orderTime, [&world](Volume &ordered) {
+        announceProgress(world, "appliance.progress", "Getting the appliance for " + ordered.name + "…");
+    });
     later(world, volume, pullTime, [&world](Volume &pulled) {
         announceProgress(world, "appliance.progress", "Starting the container of " + pulled.name + "…");
     });

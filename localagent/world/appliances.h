@@ -23,6 +23,9 @@ namespace quillfen::localagent {
 /// How long the upload of the pending bytes takes from now on.
 [[nodiscard]] Seconds uploadTime(const World &world, const Volume &volume);
 
+/// Throws a Refusal unless there is an engine that runs.
+void requireEngine(const Engine &engine);
+
 /// Starts the volume's appliance on this computer, with "appliance.progress" on the way, and makes its key when it is
 /// the first start. Ends when the container runs; at once when it does already. Throws a Refusal when it cannot start.
 void deploy(World &world, VolumeId id, const Done &done);

@@ -5,6 +5,7 @@
 #include "localagent/wire/timers.h"
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,12 @@ private:
 
 /// ISO 8601 in UTC with milliseconds, always the same length, so that texts sort like the times they name.
 [[nodiscard]] std::string isoTime(Time time);
+/// The same at the end of `text`, for those who write a million of them.
+void appendIsoTime(std::string &text, Time time);
+
+/// Reads ISO 8601: "2026-11-20T09:30:00Z", with or without a fraction, in UTC or at an offset ("+01:00"). Nothing when
+/// the text is something else.
+[[nodiscard]] std::optional<Time> parseIsoTime(std::string_view text);
 
 /// The digits of a moment down to its minute: "202611181742".
 [[nodiscard]] std::string minuteDigits(Time time);

@@ -13,4 +13,8 @@ void prepareEngine(World &world, const Done &done);
 /// Starts the engine and with it the appliances that ran before. Throws a Refusal when there is no engine to start.
 void startEngine(World &world, const Done &done);
 
+/// Unmounts each volume once its last change has reached the vault, with "vm.progress" on the way, then stops the
+/// engine. Throws a Refusal when the engine does not run, is stopping, or a volume is being changed.
+void stopEngineSafely(World &world, const Done &done);
+
 } // namespace quillfen::localagent

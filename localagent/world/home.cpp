@@ -52,6 +52,19 @@ std::string Home::makeMountFolder(std::string_view name) const
     return folder;
 }
 
+std::string Home::makeViewFolder(std::string_view name) const
+{
+    const std::string folder = mountFolder(name);
+    makeFolder(m_folder + "/Quillfen", 0755);
+    ::rmdir(folder.c_str()); // left behind, perhaps with other rights
+    if (::mkdir(folder.c_str(), 0555) != 0) {
+        throw Refusal(Refusal::Kind::Conflict,
+                      errno == EEXIST ? folder + " is in the way: move it somewhere else first."
+                                      : "The folder " + folder + " cannot be made: " + std::strerror(errno) + ".");
+    }
+    return folder;
+}
+
 void Home::removeMountFolder(std::string_view name) const
 {
     ::rmdir(mountFolder(name).c_str());

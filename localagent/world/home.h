@@ -19,6 +19,9 @@ public:
 
     /// Makes the folder of a mount and answers its path. A file or a link in its place is a Refusal.
     std::string makeMountFolder(std::string_view name) const;
+    /// Makes the folder of a view, which nobody can write into, and answers its path. Whatever is in its place already
+    /// is a Refusal, but for an empty folder.
+    std::string makeViewFolder(std::string_view name) const;
     /// Takes an empty mount folder away; one with files in it stays.
     void removeMountFolder(std::string_view name) const;
     /// Writes a key file with mode 0600. An existing key is kept.

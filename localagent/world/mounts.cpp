@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "localagent/world/mounts.h"
 
+#include "localagent/world/points.h"
+#include "localagent/world/views.h"
+
 #include <algorithm>
 
 namespace quillfen::localagent {
@@ -34,40 +37,52 @@ void requireMountable(const Volume &volume)
 
 const Mount &attach(World &world, VolumeId id)
 {
-    const Volume &volume = idleVolumeOf(world, id);
+    Volume &volume = idleVolumeOf(world, id);
     if (const Mount *mount = mountOf(world, id)) {
         return *mount;
     }
     requireMountable(volume);
+    settleHistory(world, volume);
     const std::string folder = world.home.makeMountFolder(volume.name);
-    world.state.mounts.push_back({volume.name, folder, id, volume.share});
+    world.state.mounts.push_back({volume.name, folder, id, volume.share, {}});
     announceMounts(world);
     return world.state.mounts.back();
 }
 
 void detach(World &world, VolumeId id)
 {
-    const Volume &volume = volumeOf(world, id);
-    if (mountOf(world, id) == nullptr) {
-        throw Refusal(Refusal::Kind::Missing, volume.name + " is not mounted.");
+    detach(world, id, volumeOf(world, id).name);
+}
+
+void detach(World &world, VolumeId id, std::string_view name)
+{
+    Volume &volume = volumeOf(world, id);
+    const auto isMeant = [&](const Mount &mount) { return mount.volume == id && mount.name == name; };
+    if (std::ranges::none_of(world.state.mounts, isMeant)) {
+        throw Refusal(Refusal::Kind::Missing, std::string(name) + " is not mounted.");
     }
-    std::erase_if(world.state.mounts, [id](const Mount &mount) { return mount.volume == id; });
-    world.home.removeMountFolder(volume.name);
+    settleHistory(world, volume);
+    std::erase_if(world.state.mounts, isMeant);
+    world.home.removeMountFolder(name);
     announceMounts(world);
 }
 
 const Mount *mountOf(const World &world, VolumeId id)
 {
     const auto &mounts = world.state.mounts;
-    const auto found =
-        std::find_if(mounts.begin(), mounts.end(), [id](const Mount &mount) { return mount.volume == id; });
+    const auto found = std::find_if(mounts.begin(), mounts.end(),
+                                    [id](const Mount &mount) { return mount.volume == id && mount.view.empty(); });
     return found == mounts.end() ? nullptr : &*found;
 }
 
 void detachAll(World &world)
 {
+    closeViews(world);
     if (world.state.mounts.empty()) {
         return;
+    }
+    for (const Mount &mount : world.state.mounts) {
+        settleHistory(world, volumeOf(world, mount.volume));
     }
     for (const Mount &mount : world.state.mounts) {
         world.home.removeMountFolder(mount.name);

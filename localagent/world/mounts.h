@@ -15,10 +15,13 @@ const Mount &attach(World &world, VolumeId id);
 
 /// Takes the mount away. Throws a Refusal when there is none.
 void detach(World &world, VolumeId id);
+/// The same for the mount with this name, the volume's own or one of its views'.
+void detach(World &world, VolumeId id, std::string_view name);
 
+/// The volume's own mount, not those of its views.
 [[nodiscard]] const Mount *mountOf(const World &world, VolumeId id);
 
-/// Takes every mount away, as at the end of the agent or at signing out.
+/// Takes every mount away and closes every view, as at the end of engine or agent or at signing out.
 void detachAll(World &world);
 
 } // namespace quillfen::localagent

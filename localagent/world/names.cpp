@@ -54,8 +54,13 @@ bool holdsHiddenCharacter(std::string_view name)
 
 void checkVolumeName(std::string_view name)
 {
+    checkFolderName(name, "volume");
+}
+
+void checkFolderName(std::string_view name, std::string_view what)
+{
     if (name.find_first_not_of(' ') == std::string_view::npos) {
-        refuse("Give the volume a name.");
+        refuse("Give the " + std::string(what) + " a name.");
     }
     if (name.size() > longestName) {
         refuse("The name is too long: at most 64 bytes, this one has " + std::to_string(name.size()) + ".");

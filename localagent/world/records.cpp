@@ -3,6 +3,7 @@
 #include "localagent/world/records.h"
 
 #include "localagent/world/appliances.h"
+#include "localagent/world/copies.h"
 
 namespace quillfen::localagent {
 
@@ -151,8 +152,9 @@ json::array orphanRecords(const World &world)
     return records;
 }
 
-json::object copyRecord(const World &, const Copy &copy)
+json::object copyRecord(const World &world, const Copy &copy)
 {
+    const std::optional<std::int64_t> hydration = hydrationOf(world, copy);
     return {{"id", copy.id},
             {"recovery_id", copy.id},
             {"volume_id", copy.volume},
@@ -160,7 +162,7 @@ json::object copyRecord(const World &, const Copy &copy)
             {"size_bytes", copy.size},
             {"rewind_to", isoTime(copy.rewindTo)},
             {"state", copy.state},
-            {"hydration_pct", copy.hydration ? json::value(*copy.hydration) : json::value()}};
+            {"hydration_pct", hydration ? json::value(*hydration) : json::value()}};
 }
 
 json::object copyRecords(const World &world, VolumeId volume)

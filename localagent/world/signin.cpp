@@ -4,6 +4,7 @@
 
 #include "localagent/world/mounts.h"
 #include "localagent/world/names.h"
+#include "localagent/world/tokens.h"
 
 #include <algorithm>
 #include <cctype>
@@ -98,6 +99,7 @@ void enroll(World &world, const std::string &codeOrLink, const std::string &api)
     account.usedCodes.insert(code);
     account.api = url;
     account.signedIn = true;
+    issueOwnTokens(world);
     announceAuth(world);
 }
 
@@ -108,9 +110,35 @@ void signOut(World &world)
         throw Refusal(Refusal::Kind::SignedOut, "This computer is not signed in.");
     }
     detachAll(world);
+    revokeOwnTokens(world);
     account.signedIn = false;
     account.api.clear();
     announceAuth(world);
+}
+
+void closeAccount(World &world)
+{
+    Account &account = world.state.account;
+    if (account.state == "closing") {
+        throw Refusal(Refusal::Kind::Conflict, "The account is closing already.");
+    }
+    account.state = "closing";
+}
+
+void reclaimAccount(World &world)
+{
+    Account &account = world.state.account;
+    if (account.state != "closing") {
+        throw Refusal(Refusal::Kind::Conflict, "The account is not closing; there is nothing to recover.");
+    }
+    account.state = "active";
+}
+
+void requireOpenAccount(const World &world)
+{
+    if (world.state.account.state == "closing") {
+        throw Refusal(Refusal::Kind::Conflict, "The account is closing. Recover it first.");
+    }
 }
 
 } // namespace quillfen::localagent

@@ -3,9 +3,15 @@
 #pragma once
 
 #include "localagent/world/clock.h"
+#include "localagent/world/exportstate.h"
 #include "localagent/world/refusal.h"
+#include "localagent/world/service.h"
+#include "localagent/world/token.h"
+#include "localagent/world/viewstate.h"
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -34,7 +40,9 @@ struct Target {
 struct History {
     std::int64_t planned = 0;
     Time oldest = {};
-    std::vector<Time> points; ///< ascending
+    std::vector<Time> points;           ///< ascending
+    std::map<Time, std::string> pinned; ///< those of them that stay whatever the policy says, with their labels
+    Time until = {};                    ///< what has changed up to here is in
     bool written = false;
 };
 
@@ -60,6 +68,9 @@ struct Volume {
 
     std::string busyWith; ///< "being resized", "being deleted": what stands in the way of other changes
     Target target;
+    /// How long each second is kept, finest tier first, each number in its own unit: minutes of every second, hours of
+    /// every minute, days of every hour, weeks of every day, months of every week, years of every month.
+    std::array<std::int64_t, 6> policy{720, 24, 7, 4, 6, 1};
     History history;
 };
 
@@ -71,7 +82,8 @@ struct Copy {
     Time rewindTo = {};
     std::int64_t size = 0;
     std::string state = "ready";
-    std::optional<std::int64_t> hydration; ///< percent; nothing once it is fully copied
+    std::optional<std::int64_t> hydration; ///< percent at `since`; nothing once it is fully copied
+    Time since = {};
 };
 
 /// An appliance whose volume is not in the account.
@@ -88,16 +100,18 @@ struct Mount {
     std::string folder;
     VolumeId volume = 0;
     std::string share;
+    std::string view = {}; ///< the view of the volume that is mounted; empty: the volume itself
 };
 
 struct Engine {
     bool exists = false;
-    std::string status; ///< "Running", "Stopped", "Starting"
+    std::string status; ///< "Running", "Stopping", "Stopped", "Starting"
     std::string memory = "4 GB";
     std::string disk = "80 GB";
     std::string docker = "27.3.1";
     std::string limactl = "1.0.2";
     bool preparing = false;
+    bool stopping = false; ///< what was written is being uploaded; after it, the engine stops
 
     [[nodiscard]] bool running() const { return exists && status == "Running"; }
 };
@@ -134,10 +148,15 @@ struct State {
     std::vector<VolumeId> order;
     std::unordered_map<VolumeId, Volume> volumes;
     std::vector<Copy> copies;
+    Views views;
+    Exports exports;
     std::vector<Orphan> orphans;
     std::vector<Mount> mounts;
+    Tokens tokens;
+    Service service;
     VolumeId lastId = 3100;                ///< of volumes and copies
     std::int64_t uploadRate = 12LL << 20U; ///< bytes a second
+    std::int64_t copyRate = 100LL << 20U;  ///< bytes a second at which a past second is copied
     PointsForm pointsForm = PointsForm::Points;
 };
 

@@ -5,6 +5,8 @@
 #include "localagent/world/appliances.h"
 #include "localagent/world/mounts.h"
 #include "localagent/world/names.h"
+#include "localagent/world/signin.h"
+#include "localagent/world/views.h"
 
 #include <algorithm>
 
@@ -50,7 +52,9 @@ void finishResize(World &world, VolumeId id, std::int64_t size, bool wasMounted,
 
 void finishRemoval(World &world, VolumeId id, const Done &done)
 {
+    dropViews(world, id);
     world.state.volumes.erase(id);
+    world.state.exports.erase(id);
     std::erase(world.state.order, id);
     std::erase_if(world.state.copies, [id](const Copy &copy) { return copy.volume == id; });
     announceVolumes(world);
@@ -99,6 +103,7 @@ Volume &addVolume(World &world, Volume volume)
 
 Volume &createVolume(World &world, const NewVolume &wanted)
 {
+    requireOpenAccount(world);
     requireFreeName(world, wanted.name);
     if (wanted.size < gigabyte) {
         throw Refusal(Refusal::Kind::Bad, "A volume has at least 1 GB.");
@@ -110,6 +115,7 @@ Volume &createVolume(World &world, const NewVolume &wanted)
     volume.share = wanted.share;
     volume.customerKey = wanted.customerKey;
     volume.created = volume.pendingAt = volume.applianceSince = world.clock.now();
+    volume.history.until = world.clock.now();
     volume.history.written = true;
     volume.target.secret = randomText(world, 16);
     Volume &added = addVolume(world, std::move(volume));
@@ -140,6 +146,7 @@ void removeVolume(World &world, VolumeId id, const Done &done)
     if (mountOf(world, id) != nullptr) {
         detach(world, id);
     }
+    detachViews(world, id);
     const bool up = volume.appliance == Appliance::Connecting || volume.appliance == Appliance::Online;
     const Seconds wait = up ? stopTime + std::min(uploadTime(world, volume), longestDrain) : Seconds(1);
     world.clock.after(wait, [&world, id, done] { finishRemoval(world, id, done); });

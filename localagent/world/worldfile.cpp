@@ -3,8 +3,13 @@
 #include "localagent/world/worldfile.h"
 
 #include "localagent/world/appliances.h"
+#include "localagent/world/copies.h"
+#include "localagent/world/exports.h"
 #include "localagent/world/generator.h"
 #include "localagent/world/mounts.h"
+#include "localagent/world/servicefile.h"
+#include "localagent/world/tokens.h"
+#include "localagent/world/views.h"
 #include "localagent/world/volumes.h"
 #include "localagent/world/worlds.h"
 
@@ -84,6 +89,31 @@ Target targetNamed(World &world, const Fields &fields)
     return target;
 }
 
+void loadHistory(Volume &volume, const Fields &fields, Time now)
+{
+    volume.history.planned = fields.whole("count");
+    volume.history.oldest = fields.moment("oldest", now, "-1d");
+    for (const Fields &pinned : fields.objects("pinned")) {
+        const Time at = std::chrono::floor<std::chrono::seconds>(pinned.moment("at", now));
+        volume.history.pinned.insert_or_assign(at, pinned.text("label"));
+    }
+}
+
+void loadPolicy(Volume &volume, const Fields &fields)
+{
+    if (!fields.has("policy")) {
+        return;
+    }
+    // Beyond what a client may ask for: a world may have more history than anybody is offered.
+    std::istringstream numbers(fields.text("policy"));
+    for (std::int64_t &number : volume.policy) {
+        if (!(numbers >> number) || number < 0) {
+            fields.fail("policy", "is not six numbers with commas between them");
+        }
+        numbers.ignore(1);
+    }
+}
+
 Volume volumeNamed(World &world, const Fields &fields)
 {
     const Time now = world.clock.now();
@@ -108,8 +138,8 @@ Volume volumeNamed(World &world, const Fields &fields)
     volume.pending = fields.size("pending_gb");
     volume.pendingAt = now;
     volume.target = targetNamed(world, fields.object("iscsi"));
-    volume.history.planned = fields.object("points").whole("count");
-    volume.history.oldest = fields.object("points").moment("oldest", now, "-1d");
+    loadPolicy(volume, fields);
+    loadHistory(volume, fields.object("points"), now);
     return volume;
 }
 
@@ -154,8 +184,12 @@ void loadCopy(World &world, const Fields &fields)
     if (fields.has("hydration_pct")) {
         copy.hydration = fields.whole("hydration_pct");
     }
+    copy.since = world.clock.now();
     world.state.lastId = std::max(world.state.lastId, copy.id);
-    world.state.copies.push_back(std::move(copy));
+    world.state.copies.push_back(copy);
+    if (copy.state != "ready") {
+        hydrate(world, copy);
+    }
 }
 
 void loadOrphan(World &world, const Fields &fields)
@@ -212,18 +246,23 @@ void loadWorld(World &world, std::string_view text)
     world.state.agentVersion = fields.text("agent_version", world.state.agentVersion);
     world.state.uploadRate =
         static_cast<std::int64_t>(std::max(1.0, fields.number("upload_mb_per_second", 12) * 1048576));
+    world.state.copyRate = static_cast<std::int64_t>(std::max(1.0, fields.number("copy_mb_per_second", 100) * 1048576));
     loadAccount(world, fields.object("account"));
     loadEngine(world, fields.object("engine"));
     loadChecks(world, fields.objects("preflight"));
+    loadTokens(world, fields.objects("tokens"));
     for (const Fields &volume : fields.objects("volumes")) {
         loadVolume(world, volume);
     }
     if (fields.has("generate")) {
         generateVolumes(world, fields.object("generate"));
     }
+    loadViews(world, fields.objects("views"));
     for (const Fields &copy : fields.objects("copies")) {
         loadCopy(world, copy);
     }
+    loadExports(world, fields.objects("exports"));
+    loadService(world, fields.object("service"));
     for (const Fields &orphan : fields.objects("orphans")) {
         loadOrphan(world, orphan);
     }

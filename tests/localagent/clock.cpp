@@ -58,3 +58,19 @@ TEST(Clock, MomentsOfAWorldAreRelative)
         EXPECT_THROW(static_cast<void>(parseMoment(wrong, noon)), std::invalid_argument) << wrong;
     }
 }
+
+TEST(Clock, MomentsAreReadAsIsoTimes)
+{
+    const Time moment = *parseIsoTime("2026-11-20T09:30:15Z");
+    EXPECT_EQ(isoTime(moment), "2026-11-20T09:30:15.000Z");
+    EXPECT_EQ(parseIsoTime(isoTime(moment)), moment);
+    EXPECT_EQ(parseIsoTime("2026-11-20T10:30:15+01:00"), moment);
+    EXPECT_EQ(parseIsoTime("2026-11-20T06:00:15-0330"), moment);
+    EXPECT_EQ(parseIsoTime("2026-11-20T09:30:15.123456789Z"), moment + 123ms);
+    EXPECT_EQ(parseIsoTime("2026-11-20T09:30:15.5Z"), moment + 500ms);
+    for (const char *wrong : {"", "2026-11-20", "2026-11-20T09:30:15", "2026-13-20T09:30:15Z", "2026-02-30T09:30:15Z",
+                              "2026-11-20T24:30:15Z", "2026-11-20T09:30:15.Z", "2026-11-20T09:30:15+1:00",
+                              "2026-11-20T09:30:15Z ", "+026-11-20T09:30:15Z", "2026-11-20T09:30:1-Z"}) {
+        EXPECT_EQ(parseIsoTime(wrong), std::nullopt) << wrong;
+    }
+}

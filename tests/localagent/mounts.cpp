@@ -38,7 +38,7 @@ TEST(Mounts, MountingTwiceIsMountingOnce)
 {
     TestAgent agent;
     agent.result("mount.attach", id(3121));
-    EXPECT_EQ(agent.result("mount.state").as_array().size(), 2U);
+    EXPECT_EQ(agent.result("mount.state").as_array().size(), 3U);
     EXPECT_EQ(agent.eventNames(), "");
 }
 
@@ -52,7 +52,8 @@ TEST(Mounts, EachRefusalNamesWhatStandsAgainstIt)
     EXPECT_EQ(agent.refusal("mount.attach", id(3134)),
               "The appliance of accounts-2025 is not running. Start it first.");
     EXPECT_EQ(agent.refusal("mount.detach", id(3134)), "accounts-2025 is not mounted.");
-    EXPECT_EQ(agent.refusal("mount.attach", {{"volume_id", 3121}, {"view", "x"}}), "Documents has no open view x.");
+    EXPECT_EQ(agent.refusal("mount.attach", {{"volume_id", 3121}, {"view", "x"}}),
+              "Documents has no open view x. Open it first.");
 }
 
 TEST(Mounts, AFileOrALinkInTheWayIsLeftAlone)

@@ -47,8 +47,8 @@ std::string loadError(std::string_view world)
 
 TEST(Worlds, AreBuiltIn)
 {
-    EXPECT_THAT(worldNames(),
-                UnorderedElementsAre("empty", "engine-stopped", "everyday", "first-run", "large", "lists", "operator"));
+    EXPECT_THAT(worldNames(), UnorderedElementsAre("empty", "engine-stopped", "everyday", "first-run", "large", "lists",
+                                                   "million", "operator", "operator-large"));
     for (const std::string &name : worldNames()) {
         EXPECT_NO_THROW(TestAgent agent(name)) << name;
     }
@@ -77,7 +77,7 @@ TEST(Worlds, EverydayHasAVolumeInEveryState)
     EXPECT_TRUE(agent.world.home.hasKey("Documents"));
     EXPECT_TRUE(agent.world.home.hasKey("accounts-2025"));
     EXPECT_FALSE(agent.world.home.hasKey("vm-store"));
-    EXPECT_EQ(agent.result("mount.state").as_array().size(), 2U);
+    EXPECT_EQ(agent.result("mount.state").as_array().size(), 3U);
     EXPECT_EQ(agent.result("auth.status").at("email"), json::value("mara@northmere.example"));
     EXPECT_EQ(agent.result("account").at("capacity_gb"), json::value(2048.0));
 }
@@ -143,6 +143,10 @@ TEST(Worlds, AMistakeInAFileIsNamedWithItsPlace)
               "volumes[1].name will not do: A volume named a exists already.");
     EXPECT_EQ(loadError(R"({"volumes": [{"name": "a", "share": "ftp"}]})"),
               "volumes[0].share is none of smb, nfs, iscsi");
+    EXPECT_EQ(loadError(R"({"volumes": [{"name": "a", "policy": "1,2,3"}]})"),
+              "volumes[0].policy is not six numbers with commas between them");
+    EXPECT_EQ(loadError(R"({"views": [{"volume_id": 9, "name": "x"}]})"),
+              "views[0].volume_id names no volume of this world");
     EXPECT_THAT(loadError(R"({"volumes": [{"name": "a", "created": "May"}]})"),
                 HasSubstr("volumes[0].created is wrong: \"May\" is not a moment"));
     EXPECT_EQ(loadError(R"({"copies": [{"volume_id": 9}]})"), "copies[0].volume_id names no volume of this world");
