@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "runninglist.h"
+
+#include "state/format.h"
+#include "ui/layout.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillfen {
+
+using namespace std::chrono_literals;
+
+RunningList::RunningList(std::shared_ptr<AppState> state, std::function<bool(const RunningOperation &)> wanted,
+                         QWidget *parent)
+    : QWidget(parent), m_state(std::move(state)), m_wanted(std::move(wanted)), m_layout(column({})), m_rows(m_layout),
+      m_observer(
+          {&m_state->operations.running}, [this] { render(); }, m_state->timing().frame)
+{
+    setLayout(m_layout);
+    connect(&m_clock, &QTimer::timeout, this, &RunningList::render);
+    m_clock.setInterval(1s);
+    render();
+}
+
+void RunningList::render()
+{
+    QList<RunningOperation> shown;
+    std::ranges::copy_if(m_state->operations.running(), std::back_inserter(shown), m_wanted);
+    m_rows.sync(
+        shown, [](const RunningOperation &operation) { return operation.id; },
+        [](const RunningOperation &) { return new RunningRow; },
+        [](RunningRow *row, const RunningOperation &operation) {
+            const QString since = tr("since %1 · %2").arg(timeOfDay(operation.since), elapsed(operation.since));
+            row->setOperation(operation.title, since, operation.lastLine);
+        });
+    setVisible(!shown.isEmpty());
+}
+
+// The time is counted only where somebody can see it.
+void RunningList::showEvent(QShowEvent *event)
+{
+    render();
+    m_clock.start();
+    QWidget::showEvent(event);
+}
+
+void RunningList::hideEvent(QHideEvent *event)
+{
+    m_clock.stop();
+    QWidget::hideEvent(event);
+}
+
+} // namespace quillfen
