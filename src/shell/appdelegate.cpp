@@ -5,6 +5,7 @@
 #include "shell/aboutpanel.h"
 #include "shell/launch.h"
 #include "shell/mainwindow.h"
+#include "shell/rootview.h"
 #include "shell/statusarea.h"
 #include "state/appstate.h"
 
@@ -39,6 +40,15 @@ void bringToFront(QWidget &window)
     window.activateWindow();
 }
 
+/// Lets the next window that comes forward do so in the name of the start that asked for it: Qt's Wayland side reads
+/// the token there when it asks for the focus, and clears it.
+void takeActivation(const Wish &wish)
+{
+    if (!wish.activationToken.isEmpty()) {
+        qputenv("XDG_ACTIVATION_TOKEN", wish.activationToken.toUtf8());
+    }
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(QStringList arguments, QObject *parent) : QObject(parent), m_arguments(std::move(arguments))
@@ -56,6 +66,9 @@ AppDelegate::AppDelegate(QStringList arguments, QObject *parent) : QObject(paren
 
 void AppDelegate::windowAppeared(const std::shared_ptr<AppState> &state)
 {
+    if (!m_current.expired()) {
+        return;
+    }
     m_current = state;
     if (const std::optional<QString> code = pendingEnrolFrom(m_arguments)) {
         state->pendingEnrol = *code;
@@ -68,8 +81,21 @@ void AppDelegate::windowAppeared(const std::shared_ptr<AppState> &state)
 
 void AppDelegate::openStatusArea()
 {
-    m_statusArea = new StatusArea(this);
-    connect(m_statusArea, &StatusArea::openRequested, this, [this] { reopen(false); });
+    const std::shared_ptr<AppState> state = m_current.lock();
+    if (!state) {
+        return;
+    }
+    m_statusArea = new StatusArea(state, this);
+    const auto onWish = [this](void (StatusArea::*asked)(), QLatin1StringView action) {
+        connect(m_statusArea, asked, this, [this, action] {
+            Wish wish;
+            wish.action = action;
+            grant(wish);
+        });
+    };
+    onWish(&StatusArea::openRequested, {});
+    onWish(&StatusArea::timeTravelRequested, QLatin1StringView(action::timeTravel));
+    onWish(&StatusArea::newVolumeRequested, QLatin1StringView(action::newVolume));
     connect(m_statusArea, &StatusArea::aboutRequested, this, &AppDelegate::about);
     connect(m_statusArea, &StatusArea::quitRequested, this, &AppDelegate::quitRequested);
     m_statusArea->open();
@@ -82,10 +108,33 @@ void AppDelegate::open(const QStringList &links)
         return;
     }
     for (const QString &link : links) {
-        if (isProductLink(link)) {
+        if (isProductLink(link) && isAcceptable(link)) {
             QMetaObject::invokeMethod(
                 this, [state, link] { state->pendingEnrol = link; }, Qt::QueuedConnection);
         }
+    }
+}
+
+void AppDelegate::grant(const Wish &wish)
+{
+    const std::shared_ptr<AppState> state = m_current.lock();
+    if (state && !wish.code.isEmpty() && isAcceptable(wish.code)) {
+        state->pendingEnrol = wish.code;
+    }
+    open(wish.links);
+    auto *window = firstWindow<MainWindow>();
+    if (wish.show && window != nullptr) {
+        takeActivation(wish);
+        bringToFront(*window);
+    }
+    if (state && wish.action == QLatin1StringView(action::newVolume)) {
+        state->showNewVolume = true;
+    } else if (state && window != nullptr && wish.action == QLatin1StringView(action::timeTravel)) {
+        // Who is on screen hears the notification; a workspace that is still to come begins there.
+        if (window->root().mainView() == nullptr) {
+            window->root().showSection(Section::TimeTravel);
+        }
+        state->notifications().post(Notifications::navigate, {{"section", "timetravel"}});
     }
 }
 
@@ -123,7 +172,7 @@ bool AppDelegate::eventFilter(QObject *, QEvent *event)
 
 void AppDelegate::lastWindowClosed()
 {
-    if (m_statusArea == nullptr || !m_statusArea->isShown()) {
+    if (m_quitOnClose) {
         Q_EMIT quitRequested();
     }
 }

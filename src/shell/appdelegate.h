@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "shell/wish.h"
+
 #include <QObject>
 #include <QStringList>
 
@@ -25,9 +27,12 @@ public:
     /// `arguments` is the command line, the program's name first.
     explicit AppDelegate(QStringList arguments, QObject *parent = nullptr);
 
-    /// The start-up action, when the main window's content appears for the first time: makes `state` the current one,
+    /// The start-up action, when the main window's content appears for the first time or the program starts without
+    /// showing it; later calls do nothing. Makes `state` the current one,
     /// takes the enrolment code and the wish for a new volume, and connects.
     void windowAppeared(const std::shared_ptr<AppState> &state);
+    /// Ends the program with its last window instead of living on without one.
+    void setQuitOnClose(bool quits) { m_quitOnClose = quits; }
     /// Looks for a status area, in which the program lives on without windows.
     void openStatusArea();
 
@@ -37,13 +42,16 @@ public:
     /// "quillfen" is taken in lower case only. A link that the desktop hands over as a `QFileOpenEvent` is a `QUrl` by
     /// then, which has lower-cased its scheme and keeps no original: there "QUILLFEN:" counts as well.
     void open(const QStringList &links);
+    /// Grants what a start of the program wished, this one or a later one that has handed it over. Codes and links that
+    /// no service issues are dropped without a word: they may come from a web page.
+    void grant(const Wish &wish);
     /// Brings the first main window back unless some window is visible. Always true: the wish is taken care of.
     bool reopen(bool hasVisibleWindows);
     /// Shows the about panel, or brings it back to the front.
     AboutPanel *about();
 
 Q_SIGNALS:
-    /// The program should end: the user asked for it, or the last window is gone and nothing would bring it back.
+    /// The program should end: the user asked for it.
     void quitRequested();
 
 protected:
@@ -55,6 +63,7 @@ private:
     QStringList m_arguments;
     std::weak_ptr<AppState> m_current;
     StatusArea *m_statusArea = nullptr;
+    bool m_quitOnClose = false;
 };
 
 } // namespace quillfen

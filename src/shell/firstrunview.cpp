@@ -42,7 +42,8 @@ FirstRunView::FirstRunView(std::shared_ptr<AppState> state, std::shared_ptr<Firs
     page->setFixedWidth(scaled(columnWidth));
     page->setLayout(column({form(), Space{24}, checksCard(), Space{36}, Stretch{}}));
     auto *const centred = new QWidget;
-    centred->setLayout(column({Space{36}, Item{page, 1, Qt::AlignHCenter}}));
+    // Stretches and not an alignment: an aligned page would be as high as its lines are in the whole window's width.
+    centred->setLayout(row({Stretch{}, page, Stretch{}}, 0, QMargins{0, 36, 0, 0}));
     auto *const scroll = new ScrollArea;
     scroll->setWidget(centred);
     scroll->standOffWindowEdge();

@@ -32,6 +32,14 @@ LaunchOptions launchOptionsFrom(const QStringList &arguments)
             options.tourFolder = arguments[++i];
         } else if (argument == "--tour"_L1) {
             options.problem = tr("--tour needs the folder for its pictures.");
+        } else if (argument == "--new-volume"_L1) {
+            options.newVolume = true;
+        } else if (argument == "--time-travel"_L1) {
+            options.timeTravel = true;
+        } else if (argument == "--background"_L1) {
+            options.background = true;
+        } else if (argument == "--quit-on-close"_L1) {
+            options.quitOnClose = true;
         } else if (isProductLink(argument)) {
             options.links.append(argument);
         } else if (argument.startsWith(u'-')) {
@@ -43,6 +51,22 @@ LaunchOptions launchOptionsFrom(const QStringList &arguments)
     return options;
 }
 
+Wish wishOf(const LaunchOptions &options, const QStringList &arguments)
+{
+    Wish wish;
+    wish.show = !options.background;
+    wish.code = pendingEnrolFrom(arguments).value_or(QString());
+    wish.links = options.links;
+    if (options.newVolume) {
+        wish.action = QLatin1StringView(action::newVolume);
+    } else if (options.timeTravel) {
+        wish.action = QLatin1StringView(action::timeTravel);
+    }
+    wish.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    wish.startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    return wish;
+}
+
 QString helpText()
 {
     return tr("Usage: quillfen [options] [quillfen: link]\n"
@@ -50,10 +74,16 @@ QString helpText()
               "Quillfen, the desktop client: volumes on this computer whose every second is kept offsite.\n"
               "\n"
               "Options:\n"
-              "  --enroll CODE   sign this computer in with an enrolment code or link\n"
-              "  --tour FOLDER   show every screen, leave a picture of each in FOLDER, and end\n"
-              "  --version       print the version\n"
-              "  --help          print this help\n"
+              "  --enroll CODE    sign this computer in with an enrolment code or link\n"
+              "  --new-volume     begin with the sheet for a new volume\n"
+              "  --time-travel    begin on the section Time travel\n"
+              "  --background     start without showing the window\n"
+              "  --quit-on-close  end with the window instead of living on in the status area\n"
+              "  --tour FOLDER    show every screen, leave a picture of each in FOLDER, and end\n"
+              "  --version        print the version\n"
+              "  --help           print this help\n"
+              "\n"
+              "One client runs in a session: started again, it hands its options to the one that runs.\n"
               "\n"
               "Environment:\n"
               "  QUILL_AGENT_SOCKET       where the agent listens\n"

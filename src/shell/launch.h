@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "shell/wish.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,11 +18,19 @@ struct LaunchOptions {
     bool version = false;
     std::optional<QString> tourFolder; ///< show every screen, leave pictures there, and end
     QStringList links;                 ///< `quillfen:` links to open
+    bool newVolume = false;            ///< begin with the new-volume sheet
+    bool timeTravel = false;           ///< begin on Time travel
+    bool background = false;           ///< start without showing the window
+    bool quitOnClose = false;          ///< end with the window instead of living on without one
     std::optional<QString> problem;    ///< why the line cannot be followed, in words for the terminal
 };
 
 /// Reads the arguments, the program's name first. A "--enroll" at the end, with nothing after it, is no problem.
 [[nodiscard]] LaunchOptions launchOptionsFrom(const QStringList &arguments);
+
+/// What such a start wishes, of this process or of one that runs already: `arguments` and what the desktop has put into
+/// the environment for it.
+[[nodiscard]] Wish wishOf(const LaunchOptions &options, const QStringList &arguments);
 
 /// What "--help" prints.
 [[nodiscard]] QString helpText();

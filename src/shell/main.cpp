@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/appdelegate.h"
+#include "shell/controlsside.h"
 #include "shell/launch.h"
 #include "shell/mainwindow.h"
+#include "shell/oneprocess.h"
 #include "shell/platform.h"
 #include "shell/rootview.h"
 #include "shell/tour.h"
@@ -15,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 using namespace quillfen;
 
@@ -69,25 +72,56 @@ void explainFatal(QtMsgType type, const QMessageLogContext &, const QString &mes
     }
 }
 
-int runWindow(QApplication &application, const QStringList &arguments, const LaunchOptions &options)
+/// The exit code where a client that runs already has been asked instead.
+std::optional<int> endAfterHandingOver(Door *door, const Wish &wish)
+{
+    switch (door == nullptr ? Claim::First : door->claim(wish)) {
+    case Claim::First:
+        break;
+    case Claim::HandedOver:
+        return EXIT_SUCCESS;
+    case Claim::Unanswered:
+        print(stderr, tr("Quillfen is running already but does not answer.") + u'\n');
+        return EXIT_FAILURE;
+    }
+    return std::nullopt;
+}
+
+int runWindow(QApplication &application, const QStringList &arguments, const LaunchOptions &options, Door *door)
 {
     applyHouseLook(application);
     installFocusRing(application);
 
     const std::shared_ptr<AppState> state = AppState::create();
     AppDelegate delegate(arguments);
+    delegate.setQuitOnClose(options.quitOnClose);
     MainWindow window(state);
-    QObject::connect(&window.root(), &RootView::appeared, &delegate, [&] {
+    platform::watchControlsSide(window, [](bool atLeft) { controlsAtLeft() = atLeft; });
+    const auto begin = [&, begun = false]() mutable {
+        if (std::exchange(begun, true)) {
+            return;
+        }
         delegate.windowAppeared(state);
-        delegate.open(options.links);
+        Wish wish = wishOf(options, arguments);
+        wish.show = false; // it is on its way
+        wish.code.clear(); // taken as it is, by the start-up action
+        delegate.grant(wish);
         if (!options.tourFolder) {
             delegate.openStatusArea();
         }
-    });
+    };
+    QObject::connect(&window.root(), &RootView::appeared, &delegate, begin);
+    if (door != nullptr) {
+        QObject::connect(door, &Door::wished, &delegate, &AppDelegate::grant);
+    }
     QObject::connect(&window.root(), &RootView::aboutRequested, &delegate, &AppDelegate::about);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QApplication::quit);
     QObject::connect(&delegate, &AppDelegate::quitRequested, &application, &QApplication::quit);
-    window.show();
+    if (options.background) {
+        QMetaObject::invokeMethod(&delegate, begin, Qt::QueuedConnection);
+    } else {
+        window.show();
+    }
 
     const int code = options.tourFolder ? runTour(window, delegate, state, *options.tourFolder) : QApplication::exec();
     state->shutDown();
@@ -104,10 +138,15 @@ int main(int argc, char **argv)
         return *code;
     }
 
+    const std::unique_ptr<Door> door = options.tourFolder ? nullptr : platform::makeDoor();
+    if (const std::optional<int> code = endAfterHandingOver(door.get(), wishOf(options, arguments))) {
+        return *code;
+    }
+
     QtMessageHandler usual = qInstallMessageHandler(explainFatal);
     QApplication application(argc, argv);
     qInstallMessageHandler(usual);
     QApplication::setApplicationName(QStringLiteral("Quillfen"));
-    QApplication::setDesktopFileName(QStringLiteral("quillfen"));
-    return runWindow(application, arguments, options);
+    QApplication::setDesktopFileName(QStringLiteral("io.quillfen.Quillfen"));
+    return runWindow(application, arguments, options, door.get());
 }

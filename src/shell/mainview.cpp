@@ -2,13 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/mainview.h"
 
+#include "boards/account/accountview.h"
+#include "boards/advanced/advancedview.h"
+#include "boards/export/exportview.h"
+#include "boards/operator/operatorview.h"
+#include "boards/policy/policyview.h"
+#include "boards/timetravel/timetravelview.h"
 #include "boards/volumes/volumesview.h"
 #include "shell/launch.h"
 #include "shell/platform.h"
 #include "shell/sidebar.h"
-#include "shell/titleboard.h"
 #include "state/appstate.h"
 #include "state/start.h"
+#include "ui/board.h"
 #include "ui/layout.h"
 
 #include <QApplication>
@@ -33,8 +39,14 @@ MainView::MainView(std::shared_ptr<AppState> state, QWidget *parent)
     connect(m_sidebar, &Sidebar::sectionChosen, this, &MainView::setSection);
     connect(m_sidebar, &Sidebar::aboutRequested, this, &MainView::aboutRequested);
     m_navigation = m_state->notifications().listen(Notifications::navigate, [this](const json::object &values) {
-        if (str(values, "section") == "timetravel"_L1) {
-            setSection(Section::TimeTravel);
+        if (str(values, "section") != "timetravel"_L1) {
+            return;
+        }
+        const bool isThere = m_section == Section::TimeTravel;
+        setSection(Section::TimeTravel);
+        if (auto *const board = qobject_cast<TimeTravelView *>(m_board); board != nullptr && !isThere) {
+            // The board that comes of the wish has come too late to hear it.
+            board->navigate(values);
         }
     });
     addKeys();
@@ -74,9 +86,12 @@ void MainView::addKeys()
                [this, number] { choose(number); });
     }
     onKeys(QKeySequence(Qt::CTRL | Qt::Key_N), [this] { m_state->showNewVolume = true; });
-    onKeys(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { focusSearch(); });
+    onKeys(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { m_board->focusSearch(); });
     for (const QKeySequence &keys : platform::refreshKeys()) {
-        onKeys(keys, [this] { start(m_state->refresh()); });
+        onKeys(keys, [this] {
+            start(m_state->refresh());
+            m_board->reload();
+        });
     }
 }
 
@@ -89,19 +104,25 @@ void MainView::choose(std::size_t number)
     }
 }
 
-void MainView::focusSearch()
+Board *MainView::createBoard()
 {
-    if (auto *volumes = qobject_cast<VolumesView *>(m_board)) {
-        volumes->focusSearch();
+    switch (m_section) {
+    case Section::Volumes:
+        break;
+    case Section::TimeTravel:
+        return new TimeTravelView(m_state);
+    case Section::Policy:
+        return new PolicyView(m_state);
+    case Section::Export:
+        return new ExportView(m_state);
+    case Section::Account:
+        return new AccountView(m_state);
+    case Section::Operator:
+        return new OperatorView(m_state);
+    case Section::Advanced:
+        return new AdvancedView(m_state);
     }
-}
-
-QWidget *MainView::createBoard()
-{
-    if (m_section == Section::Volumes) {
-        return new VolumesView(m_state);
-    }
-    return new TitleBoard(m_section, m_state);
+    return new VolumesView(m_state);
 }
 
 } // namespace quillfen

@@ -14,6 +14,7 @@ class QBoxLayout;
 namespace quillfen {
 
 class AppState;
+class Board;
 class Sidebar;
 
 /// The signed-in workspace: the sidebar and the board of the selected section, which lives only while it is selected.
@@ -33,14 +34,13 @@ Q_SIGNALS:
 private:
     void addKeys();
     void choose(std::size_t number);
-    void focusSearch();
-    [[nodiscard]] QWidget *createBoard();
+    [[nodiscard]] Board *createBoard();
 
     std::shared_ptr<AppState> m_state;
     Section m_section;
     Sidebar *m_sidebar;
     QBoxLayout *m_layout;
-    QWidget *m_board;
+    Board *m_board;
     Notifications::Subscription m_navigation;
 };
 

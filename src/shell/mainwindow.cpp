@@ -50,9 +50,16 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget *parent)
 
 bool MainWindow::focusNextPrevChild(bool next)
 {
+    if (focusWidget() != nullptr && focusWidget()->property("keepsFocus").toBool()) {
+        return true; // a button that begins to run, see Button
+    }
     // Screens and boards come and go behind the controls; only the moment of a step needs the order.
     if (m_controls != nullptr) {
         m_controls->moveToEndOfTabOrder();
+        // The order is a ring that the content, where the focus begins, may stand anywhere in: it counts as its start.
+        if (next && focusWidget() == m_root && m_controls->focusWhatFollows()) {
+            return true;
+        }
     }
     return QWidget::focusNextPrevChild(next);
 }

@@ -34,8 +34,12 @@ void hideTitleBar(QWidget &window);
 /// Needs no application object.
 [[nodiscard]] std::optional<QString> displayProblem();
 
-/// Calls `then`, perhaps more than once, as soon as the desktop has room for status icons; never where it has none.
-/// `context` ends the wait.
-void whenStatusAreaExists(QObject &context, const std::function<void()> &then);
+/// Calls `told` with where the desktop puts the buttons of windows, `atLeft` or at the right, once it is known to be
+/// told and whenever it changes; never where nobody says. `context` ends the watch.
+void watchControlsSide(QObject &context, const std::function<void(bool atLeft)> &told);
+
+/// Calls `appeared` whenever the desktop comes to have room for status icons and `gone` when it has none any more;
+/// neither where it never has. `context` ends the watch.
+void watchStatusArea(QObject &context, const std::function<void()> &appeared, const std::function<void()> &gone);
 
 } // namespace quillfen::platform

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/platform.h"
 
+#include "shell/controlsside.h"
+#include "ui/portalsetting.h"
+
 #include <QCoreApplication>
+#include <QVariant>
 #include <QWidget>
 
 namespace quillfen::platform {
@@ -41,6 +45,13 @@ std::optional<QString> displayProblem()
     return QCoreApplication::translate("Platform",
                                        "Quillfen needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set.\n"
                                        "Start it from a desktop session, or in a virtual display: xvfb-run quillfen");
+}
+
+void watchControlsSide(QObject &context, const std::function<void(bool atLeft)> &told)
+{
+    new PortalSetting(
+        QStringLiteral("org.gnome.desktop.wm.preferences"), QStringLiteral("button-layout"),
+        [told](const QVariant &layout) { told(closesAtLeft(layout.toString())); }, &context);
 }
 
 } // namespace quillfen::platform

@@ -41,9 +41,11 @@ std::optional<QString> displayProblem()
     return std::nullopt;
 }
 
-void whenStatusAreaExists(QObject &, const std::function<void()> &then)
+void watchControlsSide(QObject &, const std::function<void(bool atLeft)> &) {}
+
+void watchStatusArea(QObject &, const std::function<void()> &appeared, const std::function<void()> &)
 {
-    then();
+    appeared();
 }
 
 } // namespace quillfen::platform

@@ -60,14 +60,22 @@ MainView *RootView::mainView() const
     return qobject_cast<MainView *>(m_view);
 }
 
+void RootView::showSection(Section section)
+{
+    if (MainView *view = mainView()) {
+        view->setSection(section);
+    } else {
+        m_wishedSection = section;
+    }
+}
+
 void RootView::showEvent(QShowEvent *)
 {
     if (std::exchange(m_hasAppeared, true)) {
         return;
     }
     m_patience.start();
-    // The content holds the focus until Tab carries it to the first control; a window would choose one by itself.
-    setFocus();
+    takeFocus();
     // Queued, so that the window is on its way to the screen before the connection is opened.
     QMetaObject::invokeMethod(this, &RootView::appeared, Qt::QueuedConnection);
 }
@@ -119,6 +127,16 @@ void RootView::route(Screen screen)
     m_view->setGeometry(rect());
     m_view->lower();
     m_view->show();
+    if (window()->focusWidget() == this) {
+        takeFocus();
+    }
+}
+
+/// The content holds the focus until Tab carries it to the first control; a window would choose one by itself. The
+/// first run is about one field: it waits for the code that somebody is about to paste.
+void RootView::takeFocus()
+{
+    (m_screen == Screen::FirstRun ? m_view : this)->setFocus();
 }
 
 QWidget *RootView::create(Screen screen)
@@ -133,6 +151,9 @@ QWidget *RootView::create(Screen screen)
     }
     auto *view = new MainView(m_state, this);
     connect(view, &MainView::aboutRequested, this, &RootView::aboutRequested);
+    if (m_wishedSection) {
+        view->setSection(*std::exchange(m_wishedSection, std::nullopt));
+    }
     return view;
 }
 

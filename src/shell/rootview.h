@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "shell/section.h"
 #include "state/published.h"
 
 #include <QPointer>
@@ -35,6 +36,8 @@ public:
     ~RootView() override;
 
     [[nodiscard]] std::optional<Screen> screen() const noexcept { return m_screen; }
+    /// Shows a section of the workspace, as soon as that is on screen.
+    void showSection(Section section);
     /// The workspace, while it is on screen.
     [[nodiscard]] MainView *mainView() const;
 
@@ -51,6 +54,7 @@ private:
     void render();
     void watchConnection();
     void route(Screen screen);
+    void takeFocus();
     [[nodiscard]] QWidget *create(Screen screen);
     [[nodiscard]] QWidget *createFirstRun();
     void renderSheet();
@@ -62,6 +66,7 @@ private:
     QPointer<Sheet> m_newVolume;
     Toast *m_toast = nullptr;
     QTimer m_patience;
+    std::optional<Section> m_wishedSection; ///< until there is a workspace
     bool m_waited = false;
     bool m_connected = false;
     bool m_hasAppeared = false;

@@ -3,6 +3,7 @@
 #include "shell/sidebar.h"
 
 #include "shell/brandbutton.h"
+#include "shell/controlsside.h"
 #include "shell/platform.h"
 #include "shell/sidebarentry.h"
 #include "shell/sidebarfooter.h"
@@ -24,6 +25,7 @@ namespace {
 constexpr int sidebarWidth = 224;
 constexpr int brandLeft = 16;
 constexpr int brandAbove = 20;
+constexpr int controlsHeight = 28;
 constexpr int brandBelow = 16;
 constexpr int entryMargin = 12;
 constexpr int entryGap = 2;
@@ -40,13 +42,14 @@ std::vector<Section> offeredSections(const AppState &state)
 }
 
 Sidebar::Sidebar(std::shared_ptr<AppState> state, QWidget *parent)
-    : QWidget(parent), m_state(std::move(state)), m_observer({&m_state->auth}, [this] { render(); })
+    : QWidget(parent), m_state(std::move(state)), m_top(new QWidget),
+      m_observer({&m_state->auth, &controlsAtLeft()}, [this] { render(); })
 {
     setFixedWidth(sidebarWidth);
     setProperty("darkSurface", true);
     auto *brand = new BrandButton;
-    setLayout(column({Space{platform::sidebarTopInset() + brandAbove}, row({Space{brandLeft}, brand, Stretch{}}, 0),
-                      Space{brandBelow}, createEntries(), Stretch{}, new SidebarFooter(m_state)}));
+    m_top->setLayout(row({Space{brandLeft}, brand, Stretch{}}, 0));
+    setLayout(column({m_top, Space{brandBelow}, createEntries(), Stretch{}, new SidebarFooter(m_state)}));
     connect(brand, &BrandButton::aboutRequested, this, &Sidebar::aboutRequested);
     render();
 }
@@ -74,6 +77,10 @@ bool Sidebar::eventFilter(QObject *, QEvent *event)
 
 void Sidebar::render()
 {
+    // The window's controls need room above the brand, whether the system puts them there or the desktop wants them
+    // left.
+    const int controls = controlsAtLeft()() ? controlsHeight : platform::sidebarTopInset();
+    m_top->layout()->setContentsMargins(0, controls + brandAbove, 0, 0);
     const std::vector<Section> offered = offeredSections(*m_state);
     const bool marked = std::ranges::find(offered, m_section) != offered.end();
     for (SidebarEntry *entry : m_entries) {

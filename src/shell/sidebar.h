@@ -43,6 +43,7 @@ private:
     [[nodiscard]] SidebarEntry *entryOf(Section section) const;
 
     std::shared_ptr<AppState> m_state;
+    QWidget *m_top; ///< the brand, below what the window's controls need
     std::vector<SidebarEntry *> m_entries;
     Section m_section = Section::Volumes;
     Observer m_observer;

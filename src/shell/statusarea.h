@@ -2,39 +2,60 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "shell/menubarrows.h"
+#include "state/published.h"
+
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 class QMenu;
 class QSystemTrayIcon;
 
 namespace quillfen {
 
-/// The program's place among the desktop's status icons, with a menu. Some desktops have no such place, and some offer
-/// it only a while after login; the icon appears as soon as there is room for it.
+class MenuBarView;
+
+/// The program's place among the desktop's status icons: an icon that tells how everything is, with the panel and a
+/// plain menu of the same actions, since some desktops show only menus. The icon appears as soon as there is room for
+/// it, which may be long after login, and again when the room has gone and come back.
 class StatusArea final : public QObject {
     Q_OBJECT
 
 public:
-    explicit StatusArea(QObject *parent = nullptr);
+    explicit StatusArea(std::shared_ptr<AppState> state, QObject *parent = nullptr);
     ~StatusArea() override;
 
     /// Starts looking for a place. Call it when the first window is up: it asks the desktop, and that takes time.
     void open();
-    /// True when the icon is there. Looks once more, so that a no is a no at this moment.
-    [[nodiscard]] bool isShown();
+    [[nodiscard]] bool isShown() const { return m_icon != nullptr; }
+
+    [[nodiscard]] QMenu &menu() { return *m_menu; }
+    /// The panel; made when it is first asked for.
+    [[nodiscard]] MenuBarView &panel();
 
 Q_SIGNALS:
     void openRequested();
+    void timeTravelRequested();
+    void newVolumeRequested();
     void aboutRequested();
     void quitRequested();
 
 private:
-    void show();
+    void appear();
+    void disappear();
+    void togglePanel();
+    void fillMenu();
+    void addVolumes();
+    void render();
 
+    std::shared_ptr<AppState> m_state;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
+    std::unique_ptr<MenuBarView> m_panel;
+    std::optional<Overall> m_shown; ///< what the icon tells
+    Observer m_observer;
 };
 
 } // namespace quillfen

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/platform.h"
+#include "ui/x11selection_linux.h"
 
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
-#include <QSystemTrayIcon>
 #include <QTimer>
 
 using namespace std::chrono_literals;
@@ -17,9 +17,18 @@ namespace {
 
 constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
 
-// A desktop without a D-Bus status area may have the older one of X11. The question has to wait: Qt keeps its first
-// answer for good, and during login that would be given before the D-Bus one has come up.
+// A desktop without a D-Bus status area may have the older one of X11, which is only asked for when login is over: an
+// icon that is made before the D-Bus one has come up keeps to X11 for good.
 constexpr auto loginTime = 10s;
+
+void lookOnX11(QObject &context, const std::function<void()> &appeared)
+{
+    QTimer::singleShot(loginTime, &context, [appeared] {
+        if (selectionHasOwner("_NET_SYSTEM_TRAY_S0").value_or(false)) {
+            appeared();
+        }
+    });
+}
 
 void askForOwner(QObject &context, const std::function<void()> &then)
 {
@@ -39,21 +48,19 @@ void askForOwner(QObject &context, const std::function<void()> &then)
 
 } // namespace
 
-void whenStatusAreaExists(QObject &context, const std::function<void()> &then)
+void watchStatusArea(QObject &context, const std::function<void()> &appeared, const std::function<void()> &gone)
 {
-    QTimer::singleShot(loginTime, &context, [then] {
-        if (QSystemTrayIcon::isSystemTrayAvailable()) {
-            then();
-        }
-    });
     // Without an address the bus library would start a bus of its own, which takes long and leads nowhere.
     if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+        lookOnX11(context, appeared);
         return;
     }
     auto *watcher = new QDBusServiceWatcher(QString::fromLatin1(watcherName), QDBusConnection::sessionBus(),
-                                            QDBusServiceWatcher::WatchForRegistration, &context);
-    QObject::connect(watcher, &QDBusServiceWatcher::serviceRegistered, &context, [then] { then(); });
-    askForOwner(context, then);
+                                            QDBusServiceWatcher::WatchForOwnerChange, &context);
+    QObject::connect(watcher, &QDBusServiceWatcher::serviceRegistered, &context, [appeared] { appeared(); });
+    QObject::connect(watcher, &QDBusServiceWatcher::serviceUnregistered, &context, [gone] { gone(); });
+    askForOwner(context, appeared);
+    lookOnX11(context, appeared);
 }
 
 } // namespace quillfen::platform

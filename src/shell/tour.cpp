@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/tour.h"
 
+#include "boards/operator/operatorview.h"
 #include "shell/aboutpanel.h"
 #include "shell/appdelegate.h"
 #include "shell/mainview.h"
 #include "shell/mainwindow.h"
+#include "shell/menubarview.h"
 #include "shell/rootview.h"
 #include "shell/sidebar.h"
 #include "state/appstate.h"
@@ -121,6 +123,22 @@ bool pictureOtherScreens(const QDir &folder, const QSize &size)
     return downTaken && picture(Screen::FirstRun, u"first-run"_s);
 }
 
+/// The further tabs of the operator console; nothing on any other board.
+bool pictureTabs(MainWindow &window, const QDir &folder, Section section)
+{
+    auto *console = window.findChild<OperatorView *>();
+    if (section != Section::Operator || console == nullptr) {
+        return true;
+    }
+    for (const QString &tab : {u"users"_s, u"tokens"_s, u"exports"_s}) {
+        console->setTab(tab);
+        if (!takePicture(window, folder, u"operator-"_s + tab)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool pictureSections(MainWindow &window, const AppState &state, const QDir &folder)
 {
     for (const Section section : offeredSections(state)) {
@@ -130,7 +148,7 @@ bool pictureSections(MainWindow &window, const AppState &state, const QDir &fold
             return false;
         }
         view->setSection(section);
-        if (!takePicture(window, folder, fileName(section))) {
+        if (!takePicture(window, folder, fileName(section)) || !pictureTabs(window, folder, section)) {
             return false;
         }
     }
@@ -143,6 +161,13 @@ bool pictureAboutPanel(AppDelegate &delegate, const QDir &folder)
     const bool taken = takePicture(*panel, folder, u"about"_s);
     panel->close();
     return taken;
+}
+
+bool pictureMenuBarPanel(const MainWindow &window, const std::shared_ptr<AppState> &state, const QDir &folder)
+{
+    MenuBarView panel(state);
+    panel.showAt(window.geometry().center());
+    return takePicture(panel, folder, u"menu-bar-panel"_s);
 }
 
 } // namespace
@@ -162,7 +187,7 @@ int runTour(MainWindow &window, AppDelegate &delegate, const std::shared_ptr<App
         return 1;
     }
     const bool complete = pictureSections(window, *state, pictures) && pictureAboutPanel(delegate, pictures) &&
-                          pictureOtherScreens(pictures, window.size());
+                          pictureMenuBarPanel(window, state, pictures) && pictureOtherScreens(pictures, window.size());
     return complete ? 0 : 1;
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/windowbutton.h"
 
+#include "shell/sidebar.h"
 #include "ui/accessible.h"
 #include "ui/enterkey.h"
 #include "ui/hoverfade.h"
@@ -43,13 +44,21 @@ QSize WindowButton::sizeHint() const
     return buttonSize;
 }
 
+bool WindowButton::standsOnSidebar() const
+{
+    const auto *const sidebar = window()->findChild<Sidebar *>();
+    return sidebar != nullptr && sidebar->isVisible() &&
+           sidebar->rect().contains(sidebar->mapFrom(window(), mapTo(window(), rect().center())));
+}
+
 void WindowButton::paintEvent(QPaintEvent *)
 {
     const bool closes = m_kind == Kind::Close;
+    const bool dark = standsOnSidebar();
     const auto hover = static_cast<float>(m_hover->share());
-    QColor fill = closes ? Theme::faded(Theme::danger, hover) : Theme::faded(Theme::panel, hover);
+    QColor fill = Theme::faded(closes ? Theme::danger : dark ? Theme::dPanel2 : Theme::panel, hover);
     if (isDown()) {
-        fill = closes ? Theme::dangerText : Theme::line;
+        fill = closes ? Theme::dangerText : dark ? Theme::dLine : Theme::line;
     }
 
     QPainter painter(this);
@@ -58,7 +67,14 @@ void WindowButton::paintEvent(QPaintEvent *)
     painter.setBrush(fill);
     painter.drawRoundedRect(rect(), radius, radius);
     const QRectF glyph((width() - glyphSize) / 2.0, (height() - glyphSize) / 2.0, glyphSize, glyphSize);
-    paintIcon(painter, m_icon, glyph, closes && (isDown() || hover > 0.5F) ? Theme::bg : Theme::text);
+    const QColor plain = dark ? Theme::dText : Theme::text;
+    paintIcon(painter, m_icon, glyph, closes && (isDown() || hover > 0.5F) ? Theme::bg : plain);
+}
+
+void WindowButton::focusInEvent(QFocusEvent *event)
+{
+    setProperty("darkSurface", standsOnSidebar()); // for the focus ring
+    QAbstractButton::focusInEvent(event);
 }
 
 void WindowButton::keyPressEvent(QKeyEvent *event)

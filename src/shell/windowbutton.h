@@ -10,7 +10,8 @@ namespace quillfen {
 
 class HoverFade;
 
-/// One control of the window: a glyph on a fill that shows under the pointer. Red under the pointer when it closes.
+/// One control of the window: a glyph on a fill that shows under the pointer. Red under the pointer when it closes. Its
+/// colours are those of the surface that it stands on, the sidebar or a board.
 class WindowButton final : public QAbstractButton {
     Q_OBJECT
 
@@ -26,8 +27,11 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
+    [[nodiscard]] bool standsOnSidebar() const;
+
     Icon m_icon;
     Kind m_kind;
     HoverFade *m_hover;

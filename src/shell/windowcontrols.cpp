@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/windowcontrols.h"
 
+#include "shell/controlsside.h"
 #include "shell/windowbutton.h"
 #include "ui/layout.h"
 
@@ -26,7 +27,8 @@ constexpr auto managerPatience = 150ms;
 WindowControls::WindowControls(QWidget *window)
     : QWidget(window), m_minimise(new WindowButton(Icon::WinMinimise, tr("Minimise"))),
       m_maximise(new WindowButton(Icon::WinMaximise, tr("Maximise"))),
-      m_close(new WindowButton(Icon::WinClose, tr("Close"), WindowButton::Kind::Close))
+      m_close(new WindowButton(Icon::WinClose, tr("Close"), WindowButton::Kind::Close)),
+      m_observer({&controlsAtLeft()}, [this] { place(); })
 {
     setLayout(row({m_minimise, m_maximise, m_close}, 2));
     resize(sizeHint());
@@ -45,12 +47,29 @@ void WindowControls::moveToEndOfTabOrder()
 {
     // The window stands at the head of its own chain, so the one before it is the last.
     QWidget *last = window()->previousInFocusChain();
-    if (last == m_close) {
+    // Nothing can be put behind what takes no focus, such as what lies over the window.
+    while (last != window() && last->focusPolicy() == Qt::NoFocus) {
+        last = last->previousInFocusChain();
+    }
+    if (last == m_close || last == window()) {
         return;
     }
     setTabOrder(last, m_minimise);
     setTabOrder(m_minimise, m_maximise);
     setTabOrder(m_maximise, m_close);
+}
+
+bool WindowControls::focusWhatFollows()
+{
+    for (QWidget *next = m_close->nextInFocusChain(); next != m_close; next = next->nextInFocusChain()) {
+        const bool isStop =
+            (next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisibleTo(window()) && next->isEnabled();
+        if (isStop && next->window() == window()) {
+            next->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+    }
+    return false;
 }
 
 bool WindowControls::eventFilter(QObject *, QEvent *event)
@@ -65,7 +84,10 @@ bool WindowControls::eventFilter(QObject *, QEvent *event)
 
 void WindowControls::place()
 {
-    move(window()->width() - width() - 8, 4);
+    constexpr int fromSide = 8;
+    const bool left = controlsAtLeft()();
+    setLayoutDirection(left ? Qt::RightToLeft : Qt::LeftToRight); // the one that closes stays outermost
+    move(left ? fromSide : window()->width() - width() - fromSide, 4);
 }
 
 void WindowControls::render()

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "state/published.h"
+
 #include <QRect>
 #include <QWidget>
 
@@ -9,8 +11,9 @@ namespace quillfen {
 
 class WindowButton;
 
-/// Minimise, maximise or restore, close: the controls of a window that draws its own frame. They stay usable above
-/// whatever lies over the window's content, and come last in the tab order.
+/// Minimise, maximise or restore, close: the controls of a window that draws its own frame, at its top right or
+/// mirrored at its top left. They stay usable above whatever lies over the window's content, and come last in the tab
+/// order.
 class WindowControls final : public QWidget {
     Q_OBJECT
 
@@ -19,6 +22,8 @@ public:
 
     /// Puts the buttons behind everything that was added to the window since.
     void moveToEndOfTabOrder();
+    /// Moves the focus to the first control behind the buttons, which is the window's first. False when there is none.
+    bool focusWhatFollows();
     void toggleMaximised();
 
 protected:
@@ -35,6 +40,7 @@ private:
     WindowButton *m_close;
     QRect m_restored;         ///< where the window was before it was maximised
     bool m_unmanaged = false; ///< maximised by us, since no window manager did it
+    Observer m_observer;
 };
 
 } // namespace quillfen

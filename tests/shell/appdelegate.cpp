@@ -3,7 +3,9 @@
 #include "shell/appdelegate.h"
 
 #include "shell/aboutpanel.h"
+#include "shell/mainview.h"
 #include "shell/mainwindow.h"
+#include "shell/rootview.h"
 #include "states.h"
 #include "support/fakeagent.h"
 
@@ -178,17 +180,74 @@ TEST(AppDelegate, SaysAgentAloneWithoutACurrentState)
     EXPECT_TRUE(waitFor([&] { return panel == nullptr; }));
 }
 
-TEST(AppDelegate, EndsTheProgramWithTheLastWindowWhereNothingWouldBringItBack)
+TEST(AppDelegate, LivesOnWithoutWindowsAndBringsOneBackForALaterStart)
 {
     Started started;
     QSignalSpy quit(&started.delegate, &AppDelegate::quitRequested);
-    started.delegate.openStatusArea();
+    MainWindow window(started.state);
+    window.show();
+    window.close();
+    EXPECT_FALSE(waitFor([&] { return quit.count() > 0; }, 100));
+    started.delegate.grant({});
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST(AppDelegate, EndsTheProgramWithTheLastWindowWhereItWasAskedTo)
+{
+    Started started;
+    started.delegate.setQuitOnClose(true);
+    QSignalSpy quit(&started.delegate, &AppDelegate::quitRequested);
     MainWindow window(started.state);
     window.show();
     QTimer::singleShot(0, &window, &QWidget::close);
     QObject::connect(&started.delegate, &AppDelegate::quitRequested, qApp, &QApplication::quit);
     QApplication::exec();
     EXPECT_EQ(quit.count(), 1);
+}
+
+TEST(AppDelegate, GrantsACodeALinkAndAnActionOfALaterStart)
+{
+    Started started;
+    MainWindow window(started.state);
+    Wish wish;
+    wish.code = u"quill-7FQ2"_s;
+    wish.show = false;
+    started.delegate.grant(wish);
+    EXPECT_EQ(started.state->pendingEnrol(), u"quill-7FQ2"_s);
+    EXPECT_FALSE(window.isVisible()) << "a start in the background shows nothing";
+    wish = {};
+    wish.links = {u"quillfen:enrol?code=quill-8"_s};
+    wish.action = u"new-volume"_s;
+    started.delegate.grant(wish);
+    EXPECT_TRUE(waitFor([&] { return started.state->pendingEnrol() == u"quillfen:enrol?code=quill-8"_s; }));
+    EXPECT_TRUE(started.state->showNewVolume());
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST(AppDelegate, DropsCodesAndLinksThatNoServiceIssues)
+{
+    Started started;
+    Wish wish;
+    wish.code = u"quill-\u001b[2J"_s;
+    wish.links = {u"quillfen:"_s + QString(4096, u'a'), u"quillfen:a\nb"_s, u"QUILLFEN:a"_s,
+                  u"https://quillfen.example"_s};
+    started.delegate.grant(wish);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(started.state->pendingEnrol(), QString());
+}
+
+TEST(AppDelegate, TakesAWishForTimeTravelToTheWorkspaceThatIsStillToCome)
+{
+    Started started;
+    MainWindow window(started.state);
+    Wish wish;
+    wish.action = u"time-travel"_s;
+    started.delegate.grant(wish);
+    ASSERT_EQ(window.root().mainView(), nullptr);
+    started.state->auth = record(R"({"signed_in": true})");
+    started.state->connected = true;
+    ASSERT_TRUE(waitFor([&] { return window.root().mainView() != nullptr; }));
+    EXPECT_EQ(window.root().mainView()->section(), Section::TimeTravel);
 }
 
 TEST(AppDelegate, LeavesTheDecisionAboutTheEndToItself)

@@ -5,6 +5,7 @@
 #include "states.h"
 #include "support/await.h"
 #include "support/fakeagent.h"
+#include "ui/brand.h"
 #include "ui/buttons.h"
 #include "ui/inlineerror.h"
 #include "ui/label.h"
@@ -181,6 +182,38 @@ TEST_F(FirstRunTest, AnEngineThatCannotBeSetUpIsANoticeAndTheSignInStands)
     EXPECT_TRUE(state->signedIn());
 }
 
+TEST_F(FirstRunTest, AnAgentThatGoesAwayWhileTheEngineIsSetUpLeavesOneMessage)
+{
+    agrees = true;
+    agent.silent("vm.prepare");
+    const auto running = model->signIn(formWith(u"quill-1"_s));
+    ASSERT_TRUE(eventually([this] { return agent.count("vm.prepare") == 1; }));
+    QStringList said;
+    const Observer notices(
+        {&state->toast}, [&] { said << state->toast().value_or(QString()); }, 0ms);
+    agent.stop();
+    ASSERT_TRUE(eventually([&] { return running.isReady(); }));
+    EXPECT_TRUE(eventually([&] { return !said.isEmpty(); }));
+    EXPECT_THAT(said, ElementsAre(u"the agent connection closed"_s));
+    EXPECT_FALSE(state->busy()) << "or nobody could sign in again";
+    EXPECT_EQ(model->error(), QString()) << "the code was good";
+}
+
+TEST_F(FirstRunTest, AnAgentThatGoesAwayWhileTheQuestionIsOpenLeavesOneMessage)
+{
+    const auto ask = [this](const QString &, const QString &, const QString &) {
+        agent.stop();
+        EXPECT_TRUE(eventually([this] { return !state->connected(); }));
+        return true;
+    };
+    const auto asking = std::make_shared<FirstRunModel>(state, ask);
+    const auto running = asking->signIn(formWith(u"quill-1"_s));
+    ASSERT_TRUE(eventually([&] { return running.isReady(); }));
+    EXPECT_EQ(state->toast(), u"the agent connection closed"_s);
+    EXPECT_EQ(agent.count("vm.prepare"), 0U);
+    EXPECT_FALSE(state->busy());
+}
+
 TEST_F(FirstRunTest, ASecondSignInWhileOneRunsIsNotSent)
 {
     agent.hold("auth.enroll");
@@ -321,6 +354,20 @@ TEST_F(FirstRunViewTest, OnlyACheckThatIsNotRightShowsItsFix)
     EXPECT_TRUE(eventually([this] { return texts(*view).contains(u"Open 443."_s); }));
     EXPECT_TRUE(texts(*view).contains(u"16 GB"_s));
     EXPECT_FALSE(texts(*view).contains(u"never shown"_s));
+}
+
+TEST_F(FirstRunViewTest, InALowWindowThePageScrollsAndNothingIsSqueezed)
+{
+    agent.answer("preflight.run", json::parse(R"([{"name":"Network access","ok":false,"info":"blocked",
+        "fix":"Allow outgoing connections on port 443, then open Quillfen again."}])"));
+    show();
+    view->resize(960, 300);
+    ASSERT_TRUE(eventually([this] { return texts(*view).contains(u"blocked"_s); }));
+    const auto *const mark = view->findChild<BrandMark *>();
+    EXPECT_TRUE(eventually([&] { return mark->height() == 48; })) << mark->height();
+    for (const Label *const label : view->findChildren<Label *>()) {
+        EXPECT_GE(label->height(), label->heightForWidth(label->width())) << label->text().toStdString();
+    }
 }
 
 TEST_F(FirstRunViewTest, TheFlowGoesOnWhenTheScreenHasGone)

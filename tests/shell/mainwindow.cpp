@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/mainwindow.h"
 
+#include "shell/brandbutton.h"
+#include "shell/controlsside.h"
 #include "shell/mainview.h"
 #include "shell/rootview.h"
 #include "shell/sidebarentry.h"
@@ -9,8 +11,10 @@
 #include "shell/windowbutton.h"
 #include "states.h"
 #include "ui/boardframe.h"
+#include "ui/buttons.h"
 #include "ui/scrim.h"
 #include "ui/scrollarea.h"
+#include "ui/theme.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -86,6 +90,41 @@ TEST(MainWindow, HasItsThreeControlsAtTheTopRight)
         EXPECT_EQ(QAccessible::queryAccessibleInterface(control)->role(), QAccessible::PushButton);
         EXPECT_EQ(control->toolTip(), name);
     }
+}
+
+QRect placeOf(const ShownWindow &shown, const QWidget *widget)
+{
+    return {widget->mapTo(&shown.window, QPoint()), widget->size()};
+}
+
+TEST(MainWindow, MirrorsItsControlsWhereTheDesktopHasThemAtTheLeft)
+{
+    ShownWindow shown;
+    const auto *const brand = shown.window.findChild<BrandButton *>();
+    const int brandBefore = placeOf(shown, brand).top();
+    controlsAtLeft() = true;
+    EXPECT_TRUE(waitFor([&] { return placeOf(shown, shown.control(u"Close"_s)) == QRect(8, 4, 32, 28); }));
+    EXPECT_TRUE(waitFor([&] { return placeOf(shown, shown.control(u"Maximise"_s)).left() == 8 + 34; }));
+    EXPECT_EQ(placeOf(shown, shown.control(u"Minimise"_s)).left(), 8 + 68);
+    EXPECT_TRUE(waitFor([&] { return placeOf(shown, brand).top() == brandBefore + 28; }));
+    const QImage glyph = shown.window.grab({8, 4, 32, 28}).toImage();
+    EXPECT_EQ(glyph.pixelColor(1, 14), Theme::dBg);
+    shown.window.resize(1000, 640);
+    EXPECT_EQ(placeOf(shown, shown.control(u"Close"_s)).left(), 8);
+
+    controlsAtLeft() = false;
+    EXPECT_TRUE(waitFor([&] { return placeOf(shown, shown.control(u"Close"_s)).right() + 1 == 1000 - 8; }));
+    EXPECT_TRUE(waitFor([&] { return placeOf(shown, brand).top() == brandBefore; }));
+}
+
+TEST(ControlsSide, IsWhereTheButtonThatClosesIs)
+{
+    EXPECT_TRUE(closesAtLeft(u"close,minimize,maximize:"_s));
+    EXPECT_TRUE(closesAtLeft(u"icon,close:menu"_s));
+    EXPECT_FALSE(closesAtLeft(u":minimize,maximize,close"_s));
+    EXPECT_FALSE(closesAtLeft(u"appmenu:close"_s));
+    EXPECT_FALSE(closesAtLeft(u"minimize:"_s));
+    EXPECT_FALSE(closesAtLeft(QString()));
 }
 
 TEST(MainWindow, ClosesWithoutEndingItself)
@@ -201,6 +240,23 @@ TEST(MainWindow, GivesNoControlTheFocusByItself)
     EXPECT_EQ(QApplication::focusWidget(), &shown.window.root());
 }
 
+TEST(MainWindow, BeginsAtItsFirstControlAlsoWhereTheWorkspaceCameLate)
+{
+    const std::shared_ptr<AppState> state = newState();
+    MainWindow window(state);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_Tab); // the ring of tab stops is closed once before the workspace is there
+    window.root().setFocus();
+    state->auth = record(R"({"signed_in": true})");
+    state->connected = true;
+    ASSERT_TRUE(waitFor([&] { return window.root().mainView() != nullptr; }));
+    ASSERT_EQ(QApplication::focusWidget(), &window.root());
+    QTest::keyClick(&window.root(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), u"About Quillfen"_s);
+}
+
 TEST(MainWindow, ReachesItsControlsLastByTab)
 {
     ShownWindow shown;
@@ -214,6 +270,40 @@ TEST(MainWindow, ReachesItsControlsLastByTab)
     EXPECT_EQ(visited.sliced(visited.size() - 3), (QStringList{u"Minimise"_s, u"Maximise"_s, u"Close"_s}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->accessibleName(), u"About Quillfen"_s);
+}
+
+TEST(MainWindow, WhatLiesOverTheWindowLeavesItsControlsLast)
+{
+    ShownWindow shown;
+    QWidget overlay(&shown.window);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), u"About Quillfen"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), u"Close"_s);
+}
+
+TEST(MainWindow, LeavesTheKeyboardOnAButtonThatRuns)
+{
+    ShownWindow shown;
+    auto *const button = new Button(u"Preflight"_s, PrimaryButtonStyle{}, &shown.window);
+    button->show();
+    QSignalSpy pressed(button, &QAbstractButton::clicked);
+    button->setFocus(Qt::TabFocusReason);
+    button->setRunning(true);
+    EXPECT_EQ(QApplication::focusWidget(), button);
+    QTest::keyClick(&shown.window, Qt::Key_Return);
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_EQ(pressed.count(), 0);
+    EXPECT_FALSE(shown.window.isMinimized());
+    QTest::keyClick(&shown.window, Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), button) << "Tab goes on";
+    button->setRunning(false);
+    EXPECT_NE(QApplication::focusWidget(), button) << "and what has gone on stays there";
+
+    button->setFocus(Qt::TabFocusReason);
+    button->setRunning(true);
+    button->setRunning(false);
+    EXPECT_TRUE(button->hasFocus());
 }
 
 TEST(MainWindow, ClosesAndQuitsByKeys)
@@ -242,7 +332,7 @@ TEST(MainWindow, ScrollsItsBoardByTheGripBesideItsBorder)
     // Both lie on the grip, beside the six pixels at which the window is resized.
     for (const int fromEdge : {7, 12}) {
         ShownWindow shown;
-        shown.window.root().mainView()->setSection(Section::Advanced);
+        shown.window.root().mainView()->setSection(Section::Account);
         BoardFrame *board = nullptr;
         for (BoardFrame *candidate : shown.window.findChildren<BoardFrame *>()) {
             board = candidate->isVisible() ? candidate : board;

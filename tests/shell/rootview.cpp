@@ -10,6 +10,7 @@
 #include "support/fakeagent.h"
 #include "ui/fade.h"
 #include "ui/sheet.h"
+#include "ui/textfield.h"
 #include "ui/toast.h"
 
 #include <QPointer>
@@ -123,6 +124,19 @@ TEST(RootView, RoutesWithEveryChangeOfTheState)
     shown.state->auth = record(R"({})");
     EXPECT_TRUE(shown.reaches(Screen::FirstRun));
     EXPECT_TRUE(shown.shows<FirstRunView>());
+}
+
+/// Somebody comes here with a code on the clipboard: it can be pasted without a click.
+TEST(RootView, TheFirstRunWaitsForTheCode)
+{
+    ShownRoot shown(signedInState());
+    ASSERT_TRUE(shown.reaches(Screen::Main));
+    EXPECT_EQ(shown.root.window()->focusWidget(), &shown.root);
+    shown.state->auth = record(R"({})");
+    ASSERT_TRUE(shown.reaches(Screen::FirstRun));
+    const auto *const field = qobject_cast<TextField *>(shown.root.window()->focusWidget());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->accessibleName(), u"Enrolment code or link"_s);
 }
 
 TEST(RootView, DestroysAScreenWhenItLeavesAndMakesItAnew)

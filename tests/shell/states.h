@@ -42,10 +42,10 @@ inline std::shared_ptr<AppState> signedInState(std::string_view auth = R"({"sign
     return state;
 }
 
-/// Turns the event loop until `condition` holds; false after ten seconds.
-inline bool waitFor(const std::function<bool()> &condition)
+/// Turns the event loop until `condition` holds; false after ten seconds, or so many milliseconds.
+inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 10'000)
 {
-    return QTest::qWaitFor(condition, 10'000);
+    return QTest::qWaitFor(condition, milliseconds);
 }
 
 /// Sets an environment variable for as long as it lives.

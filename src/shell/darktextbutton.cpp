@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/darktextbutton.h"
+
+#include "ui/enterkey.h"
+#include "ui/label.h"
+#include "ui/theme.h"
+#include "ui/tooltip.h"
+#include "ui/type.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace quillfen {
+
+namespace {
+
+constexpr int narrowest = 60;
+constexpr int underlineGap = 3;
+
+} // namespace
+
+DarkTextButton::DarkTextButton(QWidget *parent) : QAbstractButton(parent)
+{
+    setFont(quillfen::font(Type::BodyMedium));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::TabFocus);
+    setProperty("darkSurface", true);
+    setProperty("focusRadius", 3);
+}
+
+void DarkTextButton::setLabel(const QString &label, bool acts)
+{
+    // "&" is a sign of the label, not a mnemonic.
+    const QString visible = madeVisible(label);
+    setText(QString(visible).replace(u'&', QStringLiteral("&&")));
+    setAccessibleName(visible);
+    setCursor(acts ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    update();
+}
+
+void DarkTextButton::setUnderlined(bool underlined)
+{
+    m_underlined = underlined;
+    update();
+}
+
+QSize DarkTextButton::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(accessibleName()) + 1, lineHeight(Type::BodyMedium)};
+}
+
+QSize DarkTextButton::minimumSizeHint() const
+{
+    return {std::min(scaled(narrowest), sizeHint().width()), sizeHint().height()};
+}
+
+QString DarkTextButton::shownLabel() const
+{
+    return fontMetrics().elidedText(accessibleName(), Qt::ElideRight, width());
+}
+
+void DarkTextButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(Theme::dBright);
+    const QString label = shownLabel();
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label);
+    if (m_underlined) {
+        const int below = (height() + fontMetrics().ascent() - fontMetrics().descent()) / 2 + underlineGap;
+        painter.drawLine(0, below, fontMetrics().horizontalAdvance(label) - 1, below);
+    }
+}
+
+void DarkTextButton::keyPressEvent(QKeyEvent *event)
+{
+    if (!pressByEnter(*this, *event)) {
+        QAbstractButton::keyPressEvent(event);
+    }
+}
+
+bool DarkTextButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const bool whole = shownLabel() == accessibleName();
+        showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), whole ? QString() : accessibleName(), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+} // namespace quillfen

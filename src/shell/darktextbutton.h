@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QAbstractButton>
+
+namespace quillfen {
+
+/// A text on a dark surface as a button. It elides before it takes room from what stands beside it.
+class DarkTextButton final : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    explicit DarkTextButton(QWidget *parent = nullptr);
+
+    /// `acts`: pressing it does something.
+    void setLabel(const QString &label, bool acts);
+    void setUnderlined(bool underlined);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    [[nodiscard]] QString shownLabel() const;
+
+    bool m_underlined = false;
+};
+
+} // namespace quillfen

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Quillfen authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/busdoor.h"
+#include "shell/oneprocess.h"
+#include "shell/socketdoor.h"
+
+namespace quillfen::platform {
+
+std::unique_ptr<Door> makeDoor()
+{
+    if (BusDoor::busExists()) {
+        auto door = std::make_unique<BusDoor>();
+        if (door->isConnected()) {
+            return door;
+        }
+    }
+    return std::make_unique<SocketDoor>(SocketDoor::defaultFolder());
+}
+
+} // namespace quillfen::platform
