@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 #include <atspi/atspi.h>
 #include <dbus/dbus.h>
@@ -44,7 +46,7 @@ constexpr auto windowManagerSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 // Registers for what the tests wait for.
 class Desktop::Listener final {
 public:
-    explicit Listener(std::deque<Event> &events) : m_listener(atspi_event_listener_new(receive, &events, nullptr))
+    explicit Listener(Desktop &desktop) : m_listener(atspi_event_listener_new(receive, &desktop, nullptr))
     {
         for (const char *type : eventTypes) {
             atspi_event_listener_register(m_listener, type, nullptr);
@@ -61,10 +63,16 @@ public:
     Listener &operator=(const Listener &) = delete;
 
 private:
-    static void receive(AtspiEvent *event, void *events)
+    static void receive(AtspiEvent *event, void *desktop)
     {
+        // The library tells this of an element that is just being released here: one that is kept by its own
+        // end is neither alive nor gone, and the next question to it ends in nowhere.
+        if (event->type == std::string_view("object:state-changed:defunct")) {
+            g_boxed_free(ATSPI_TYPE_EVENT, event);
+            return;
+        }
         auto *source = event->source ? static_cast<AtspiAccessible *>(g_object_ref(event->source)) : nullptr;
-        static_cast<std::deque<Event> *>(events)->push_back({event->type, event->detail1 != 0, Element(source)});
+        static_cast<Desktop *>(desktop)->receive({event->type, event->detail1 != 0, Element(source)});
         g_boxed_free(ATSPI_TYPE_EVENT, event);
     }
 
@@ -158,17 +166,50 @@ Element Desktop::application(pid_t process) const
     return {};
 }
 
-bool Desktop::announced(const std::string &text) const
+bool Desktop::announced(const std::string &text)
 {
-    for (std::size_t index = 0; index < m_events.size(); ++index) {
-        const Event &event = m_events[index];
-        const bool appeared = event.type == "object:state-changed:showing" && event.on;
-        const bool changed = event.type == "object:property-change:accessible-name";
-        if ((appeared || changed) && event.source.role() == "alert" && event.source.name() == text) {
-            return true;
+    while (!m_told.contains(text) && m_read < m_events.size()) {
+        const Event event = m_events[m_read++];
+        if (event.type == "object:state-changed:showing" && event.on) {
+            readAlert(event.source);
         }
     }
-    return false;
+    return m_told.contains(text);
+}
+
+void Desktop::readAlert(const Element &element)
+{
+    if (element.role() == "alert") {
+        m_told.insert(element.name());
+    }
+}
+
+void Desktop::receive(Event event)
+{
+    // A new text is read out at once: the next may follow soon. What else comes into sight can wait until somebody
+    // asks, for it is much.
+    if (event.type == "object:property-change:accessible-name") {
+        readAlert(event.source);
+    }
+    m_events.push_back(std::move(event));
+}
+
+Element Desktop::lastFocused() const
+{
+    for (std::size_t index = m_events.size(); index > 0; --index) {
+        if (m_events[index - 1].type == "object:state-changed:focused" && m_events[index - 1].on) {
+            return m_events[index - 1].source;
+        }
+    }
+    return {};
+}
+
+void Desktop::forgetEvents()
+{
+    // Releasing an element may bring in events of others: these go into a queue that nobody is emptying.
+    const auto forgotten = std::exchange(m_events, {});
+    m_told.clear();
+    m_read = 0;
 }
 
 void Desktop::start(const std::string &name, const std::vector<std::string> &command)
@@ -209,7 +250,7 @@ void Desktop::startBus()
     }
     // What the library remembers lags behind the program; every question goes there.
     atspi_accessible_set_cache_mask(Element(atspi_get_desktop(0)).handle(), ATSPI_CACHE_NONE);
-    m_listener = std::make_unique<Listener>(m_events);
+    m_listener = std::make_unique<Listener>(*this);
 }
 
 void Desktop::startWindowManager()

@@ -8,12 +8,13 @@
 #include <deque>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace quillfen::e2e {
 
-/// What the accessibility bus told: "object:property-change:accessible-name" and the like, and who it was about.
+/// What the accessibility bus told: "object:state-changed:focused" and the like, and who it was about.
 struct Event {
     std::string type;
     bool on = false; ///< for a change of state: whether it holds now
@@ -43,11 +44,17 @@ public:
     [[nodiscard]] Element application(pid_t process) const;
     /// Whether a screen reader was given a reason to speak this text by itself: an alert appeared with it or changed to
     /// it.
-    [[nodiscard]] bool announced(const std::string &text) const;
+    [[nodiscard]] bool announced(const std::string &text);
+    /// The element that the keyboard went to last; nothing while it has not moved.
+    [[nodiscard]] Element lastFocused() const;
+    /// From here on only what comes is told.
+    void forgetEvents();
 
 private:
     class Listener;
 
+    void receive(Event event);
+    void readAlert(const Element &element);
     void start(const std::string &name, const std::vector<std::string> &command);
     void startDisplay();
     void startBus();
@@ -57,7 +64,9 @@ private:
     std::string m_display;
     std::vector<std::unique_ptr<Process>> m_processes;
     std::unique_ptr<Listener> m_listener;
-    std::deque<Event> m_events; ///< oldest first; grows during any question to a program, also while it is read
+    std::set<std::string> m_told; ///< by alerts
+    std::size_t m_read = 0;       ///< events that have been looked through for alerts
+    std::deque<Event> m_events;   ///< oldest first; grows during any question to a program, also while it is read
 };
 
 } // namespace quillfen::e2e

@@ -66,6 +66,12 @@ std::string Element::text() const
     return taken(atspi_text_get_text(contents.get(), 0, length, Forgiven()));
 }
 
+double Element::value() const
+{
+    const auto number = owned(m_accessible ? atspi_accessible_get_value_iface(m_accessible.get()) : nullptr);
+    return number ? atspi_value_get_current_value(number.get(), Forgiven()) : 0.0;
+}
+
 unsigned Element::processId() const
 {
     return m_accessible ? atspi_accessible_get_process_id(m_accessible.get(), Forgiven()) : 0;
@@ -143,6 +149,24 @@ bool Element::press() const
     const auto action = owned(m_accessible ? atspi_accessible_get_action_iface(m_accessible.get()) : nullptr);
     return action && enabled() && atspi_action_get_n_actions(action.get(), Forgiven()) > 0 &&
            atspi_action_do_action(action.get(), 0, Forgiven());
+}
+
+bool Element::takeFocus() const
+{
+    const auto component = owned(m_accessible ? atspi_accessible_get_component_iface(m_accessible.get()) : nullptr);
+    return component && atspi_component_grab_focus(component.get(), Forgiven());
+}
+
+bool Element::setText(const std::string &text) const
+{
+    const auto field = owned(m_accessible ? atspi_accessible_get_editable_text_iface(m_accessible.get()) : nullptr);
+    return field && enabled() && atspi_editable_text_set_text_contents(field.get(), text.c_str(), Forgiven());
+}
+
+bool Element::setValue(double value) const
+{
+    const auto number = owned(m_accessible ? atspi_accessible_get_value_iface(m_accessible.get()) : nullptr);
+    return number && enabled() && atspi_value_set_current_value(number.get(), value, Forgiven());
 }
 
 Element Element::find(const std::function<bool(const Element &)> &wanted) const

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] std::string role() const; ///< in AT-SPI's words: "push button", "page tab", "table cell"
     [[nodiscard]] std::string description() const;
     [[nodiscard]] std::string text() const; ///< the contents of a field
+    [[nodiscard]] double value() const;     ///< of a slider, a spin button or a bar
     [[nodiscard]] unsigned processId() const;
     [[nodiscard]] Rect place() const; ///< on the screen
     [[nodiscard]] Element parent() const;
@@ -47,6 +48,13 @@ public:
 
     /// Does what a click does, through the element's first action. Returns false when it has none or is disabled.
     [[nodiscard]] bool press() const;
+
+    /// Gives it the keyboard. Returns false when it does not take it.
+    [[nodiscard]] bool takeFocus() const;
+    /// Replaces the contents of a field, as a screen reader's user pastes them: any UTF-8, which keys cannot type.
+    [[nodiscard]] bool setText(const std::string &text) const;
+    /// Moves a slider or a spin button.
+    [[nodiscard]] bool setValue(double value) const;
 
     /// The first showing element at or below this one that `wanted` accepts, parents before children.
     [[nodiscard]] Element find(const std::function<bool(const Element &)> &wanted) const;

@@ -17,9 +17,9 @@ void expectNoReport(const std::string &program, const std::string &output)
 
 } // namespace
 
-Client &Flow::open(const std::string &world, const Environment &variables)
+Client &Flow::open(const std::string &world, const Environment &variables, const std::vector<std::string> &options)
 {
-    startAgent(world);
+    startAgent(world, options);
     return startClient(variables);
 }
 

@@ -69,9 +69,9 @@ void movePointer(int x, int y)
     XSync(display(), False);
 }
 
-void button(bool down)
+void button(bool down, unsigned number = 1)
 {
-    XTestFakeButtonEvent(display(), 1, down ? True : False, CurrentTime);
+    XTestFakeButtonEvent(display(), number, down ? True : False, CurrentTime);
     XSync(display(), False);
 }
 
@@ -105,6 +105,17 @@ void clickAt(int x, int y)
     movePointer(x, y);
     button(true);
     button(false);
+}
+
+void turnWheel(int x, int y, int clicks)
+{
+    constexpr unsigned up = 4;
+    constexpr unsigned down = 5;
+    movePointer(x, y);
+    for (int click = 0; click != clicks; click += clicks > 0 ? 1 : -1) {
+        button(true, clicks > 0 ? down : up);
+        button(false, clicks > 0 ? down : up);
+    }
 }
 
 Drag::Drag(int x, int y) : m_x(x), m_y(y)

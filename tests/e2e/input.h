@@ -18,6 +18,9 @@ void typeText(const std::string &text);
 /// Moves the pointer to a place on the screen and clicks the left button.
 void clickAt(int x, int y);
 
+/// Turns the wheel over a place on the screen, down when `clicks` is positive.
+void turnWheel(int x, int y, int clicks);
+
 /// The left button, pressed at a place on the screen and held until this object goes. What is being dragged answers
 /// when it can: move on for as long as it has not.
 class Drag final {

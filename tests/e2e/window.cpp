@@ -44,9 +44,9 @@ TEST_F(WindowFlow, MinimiseTakesTheWindowAway)
     EXPECT_TRUE(waitFor([&] { return client.windows().empty() || !client.windows().front().active(); }));
 }
 
-TEST_F(WindowFlow, CloseEndsTheProgramWhereNoStatusAreaCouldBringItBack)
+TEST_F(WindowFlow, CloseEndsTheProgramWhereItWasAskedTo)
 {
-    Client &client = startClient();
+    Client &client = startClient({}, {"--quit-on-close"});
     client.press("push button", "Close");
     EXPECT_EQ(client.process().finish(), 0) << client.process().output();
 }
