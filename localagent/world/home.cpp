@@ -42,7 +42,7 @@ bool Home::hasKey(std::string_view name) const
 
 std::string Home::makeMountFolder(std::string_view name) const
 {
-    const std::string folder = mountFolder(name);
+    std::string folder = mountFolder(name);
     makeFolder(m_folder + "/Quillfen", 0755);
     makeFolder(folder, 0755);
     struct stat info = {};
@@ -54,7 +54,7 @@ std::string Home::makeMountFolder(std::string_view name) const
 
 std::string Home::makeViewFolder(std::string_view name) const
 {
-    const std::string folder = mountFolder(name);
+    std::string folder = mountFolder(name);
     makeFolder(m_folder + "/Quillfen", 0755);
     ::rmdir(folder.c_str()); // left behind, perhaps with other rights
     if (::mkdir(folder.c_str(), 0555) != 0) {

@@ -53,7 +53,7 @@ std::int64_t bucketOf(std::size_t tier, Time time)
         break;
     }
     const std::chrono::year_month_day date(floor<days>(time));
-    return int(date.year()) * 12 + static_cast<std::int64_t>(unsigned(date.month())) - 1;
+    return std::int64_t{int(date.year())} * 12 + static_cast<std::int64_t>(unsigned(date.month())) - 1;
 }
 
 Time startOf(std::size_t tier, std::int64_t bucket)

@@ -37,7 +37,7 @@ constexpr int scrollBarRoom = 12;
 constexpr int widestButton = (textWidth - 8) / 2;
 
 /// More than anybody reads before pressing a button; a longer text comes from something that went wrong.
-constexpr qsizetype longestText = 16 * 1024;
+constexpr qsizetype longestText = qsizetype{16} * 1024;
 constexpr qsizetype longestWindowTitle = 200;
 
 /// What title, field, buttons and padding take of the screen at most, beside the text.

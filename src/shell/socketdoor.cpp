@@ -31,7 +31,7 @@ constexpr auto taken = "ok\n";
 constexpr int patience = 2000;
 constexpr auto pollInterval = 10ms;
 /// No wish comes near it.
-constexpr qsizetype longestLine = 64 * 1024;
+constexpr qsizetype longestLine = qsizetype{64} * 1024;
 
 struct Address {
     explicit Address(const std::string &path)

@@ -169,7 +169,7 @@ void RestorePoints::Data::rearrange()
 RestorePoints::RestorePoints()
 {
     static const std::shared_ptr<const Data> none = [] {
-        const auto data = std::make_shared<Data>();
+        auto data = std::make_shared<Data>();
         data->begins.push_back(0);
         return data;
     }();

@@ -163,8 +163,7 @@ void Button::paintEvent(QPaintEvent *)
     QRect area = contents();
     if (m_icon && !m_running) {
         const QColor colour = !isEnabled() || isDark(m_style) || isStrong(m_style) ? look.label : Theme::text;
-        paintIcon(painter, *m_icon, QRectF(area.left(), (height() - pictureSize) / 2, pictureSize, pictureSize),
-                  colour);
+        paintIcon(painter, *m_icon, QRect(area.left(), (height() - pictureSize) / 2, pictureSize, pictureSize), colour);
     }
     area.setLeft(area.left() + leadingWidth());
     painter.setFont(labelFont());

@@ -9,7 +9,6 @@
 #include <QStyle>
 
 #include <algorithm>
-#include <ranges>
 
 namespace quillfen {
 
@@ -68,7 +67,8 @@ void CellRow::arrange()
         put(m_cells[at], placeOf(m_cells[at], rects[at]));
     }
     int right = inner.right() + 1;
-    for (Button *const button : std::views::reverse(m_buttons)) {
+    for (auto last = m_buttons.rbegin(); last != m_buttons.rend(); ++last) {
+        Button *const button = *last;
         if (button->isHidden()) {
             continue;
         }

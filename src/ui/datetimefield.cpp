@@ -194,7 +194,7 @@ void DateTimeField::mouseMoveEvent(QMouseEvent *)
 bool DateTimeField::focusNextPrevChild(bool next)
 {
     if (!m_inKey) {
-        return QWidget::focusNextPrevChild(next);
+        return QWidget::focusNextPrevChild(next); // NOLINT(bugprone-parent-virtual-call): past the five parts
     }
     const int section = currentSectionIndex() + (next ? 1 : -1);
     const bool isThere = m_arrived && m_typed.isPrint();

@@ -314,7 +314,7 @@ bool LongList::moveFocus(const QWidget *from, int key)
         return false;
     }
     const int page = std::max(1, rowsInView() - 1);
-    int target = row;
+    int target = 0;
     switch (key) {
     case Qt::Key_Up:
         target = row - 1;
@@ -329,7 +329,6 @@ bool LongList::moveFocus(const QWidget *from, int key)
         target = row + page;
         break;
     case Qt::Key_Home:
-        target = 0;
         break;
     case Qt::Key_End:
         target = last;

@@ -179,7 +179,6 @@ TEST_F(AccountFlow, TheEngineIsStoppedSafelyAndStarted)
     client.press("push button", "Stop safely");
     client.seeText("Stop safely?");
     client.press("push button", "Stop safely");
-    client.seeText("Stopping safely");
     client.hearOneOf({"stopping safely…", "Every change reached the vault; the engine is stopped."});
     client.press("page tab", "Volumes");
     client.press("page tab", "Account & engine");

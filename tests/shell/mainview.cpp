@@ -30,6 +30,8 @@ struct ShownView {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
     }
 
+    ~ShownView() { settle(*state); }
+
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&view, key, modifiers);
@@ -43,7 +45,10 @@ struct ShownView {
 Section startOn(const char *wish)
 {
     const Environment environment("QUILLFEN_START_SECTION", wish);
-    return MainView(signedInState()).section();
+    const std::shared_ptr<AppState> state = signedInState();
+    const Section section = MainView(state).section();
+    settle(*state);
+    return section;
 }
 
 TEST(MainView, StartsWhereTheEnvironmentSays)
@@ -59,10 +64,12 @@ TEST(MainView, StartsWhereTheEnvironmentSays)
 TEST(MainView, StartsOnOperatorAlsoForOthersWithTheEntryHidden)
 {
     const Environment environment("QUILLFEN_START_SECTION", "operator");
-    MainView view(signedInState());
+    const std::shared_ptr<AppState> state = signedInState();
+    MainView view(state);
     EXPECT_EQ(view.section(), Section::Operator);
     EXPECT_EQ(named<SidebarEntry>(view, u"Operator"_s), nullptr);
     EXPECT_NE(view.findChild<OperatorView *>(), nullptr);
+    settle(*state);
 }
 
 TEST(MainView, ShowsTheBoardOfTheSectionAndOnlyThat)

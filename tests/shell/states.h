@@ -5,6 +5,7 @@
 #include "state/appstate.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QtTest/QTest>
 
 #include <functional>
@@ -46,6 +47,13 @@ inline std::shared_ptr<AppState> signedInState(std::string_view auth = R"({"sign
 inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 10'000)
 {
     return QTest::qWaitFor(condition, milliseconds);
+}
+
+/// Ends what a board has begun on a state without an agent: its calls fail in the next turn of the event loop.
+inline void settle(AppState &state)
+{
+    state.shutDown();
+    QCoreApplication::processEvents();
 }
 
 /// Sets an environment variable for as long as it lives.

@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// Far more than a key: what is longer is no key file, and must not hold up the window.
-constexpr qint64 longestKey = 64 * 1024;
+constexpr qint64 longestKey = qint64{64} * 1024;
 
 /// A small text file whole; nothing when it cannot be read as one. A pipe or a device would not come to an end.
 std::optional<QString> textOf(const QString &path)

@@ -138,9 +138,9 @@ TEST_P(TimeScaleProperty, AMomentComesBackFromItsPosition)
 TEST_P(TimeScaleProperty, LaterIsFurtherRightBothWays)
 {
     for (int turn = 0; turn < 2'000; ++turn) {
-        const auto [left, right] = std::minmax(anyPosition(), anyPosition());
+        const auto [left, right] = std::minmax({anyPosition(), anyPosition()});
         EXPECT_LE(scale.moment(left), scale.moment(right)) << left << " and " << right;
-        const auto [earlier, later] = std::minmax(anyMoment(), anyMoment());
+        const auto [earlier, later] = std::minmax({anyMoment(), anyMoment()});
         EXPECT_LE(scale.position(earlier), scale.position(later));
     }
 }
