@@ -11,8 +11,8 @@
 
 namespace quillfen {
 
-/// The door on the session bus, by which the desktop too starts and calls the program: org.freedesktop.Application of
-/// the Desktop Entry Specification, under the name of the desktop entry.
+/// The door on the session bus, by which the desktop too starts and calls the program: org.freedesktop.Application, as
+/// freedesktop.org defines it for desktop entries, under the name of ours.
 class BusDoor final : public Door {
     Q_OBJECT
 
