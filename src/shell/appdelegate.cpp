@@ -82,7 +82,7 @@ void AppDelegate::windowAppeared(const std::shared_ptr<AppState> &state)
 void AppDelegate::openStatusArea()
 {
     const std::shared_ptr<AppState> state = m_current.lock();
-    if (!state) {
+    if (!state || m_statusArea != nullptr) {
         return;
     }
     m_statusArea = new StatusArea(state, this);

@@ -33,7 +33,7 @@ public:
     void windowAppeared(const std::shared_ptr<AppState> &state);
     /// Ends the program with its last window instead of living on without one.
     void setQuitOnClose(bool quits) { m_quitOnClose = quits; }
-    /// Looks for a status area, in which the program lives on without windows.
+    /// Looks for a status area, in which the program lives on without windows. Once; later calls do nothing.
     void openStatusArea();
 
     /// Takes `quillfen:` links, one after the other, as the pending enrolment code; the last one stays. Others are

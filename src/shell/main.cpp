@@ -97,7 +97,8 @@ int runWindow(QApplication &application, const QStringList &arguments, const Lau
     delegate.setQuitOnClose(options.quitOnClose);
     MainWindow window(state);
     platform::watchControlsSide(window, [](bool atLeft) { controlsAtLeft() = atLeft; });
-    const auto begin = [&, begun = false]() mutable {
+    bool begun = false; // in the background it begins before its window appears
+    const auto begin = [&] {
         if (std::exchange(begun, true)) {
             return;
         }

@@ -64,7 +64,7 @@ MenuBarView::MenuBarView(std::shared_ptr<AppState> state, QWidget *parent)
       m_engine(new AgentLabel({}, Type::Caption, Theme::dText)),
       m_observer(
           {&m_state->account, &m_state->vm, &m_state->volumes, &m_state->mounts, &m_state->statuses},
-          [this] { render(); }, m_state->timing().frame)
+          [this] { renderIfVisible(); }, m_state->timing().frame)
 {
     setWindowTitle(QStringLiteral("Quillfen"));
     setAccessible(this, QAccessible::Window, tr("Quillfen, running in background"));
@@ -72,7 +72,6 @@ MenuBarView::MenuBarView(std::shared_ptr<AppState> state, QWidget *parent)
     setProperty("ownFocus", true);
     build();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &MenuBarView::focusMoved);
-    render();
 }
 
 MenuBarView::~MenuBarView()
@@ -136,6 +135,14 @@ QWidget *MenuBarView::foot()
     return part;
 }
 
+/// While nobody looks nothing is drawn; opening the panel makes up for it.
+void MenuBarView::renderIfVisible()
+{
+    if (isVisible()) {
+        render();
+    }
+}
+
 void MenuBarView::render()
 {
     m_status->setText(overallText(overallState(*m_state)));
@@ -150,15 +157,13 @@ void MenuBarView::render()
     m_engine->setText(engineMemoryLine(*m_state));
     m_list->setFixedHeight(m_list->heightOf(std::min(m_volumes->rowCount(), mostRows)));
     m_list->refresh();
-    if (isVisible()) {
-        adjustSize();
-    }
+    adjustSize();
     update();
 }
 
 void MenuBarView::showAt(const QPoint &global)
 {
-    adjustSize();
+    render();
     const QScreen *screen = QGuiApplication::screenAt(global);
     const QRect room = (screen == nullptr ? QGuiApplication::primaryScreen() : screen)->availableGeometry();
     const QSize panel = size().shrunkBy(shadowMargins());

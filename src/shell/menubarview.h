@@ -45,6 +45,7 @@ private:
     [[nodiscard]] QWidget *header();
     [[nodiscard]] QWidget *buttons();
     [[nodiscard]] QWidget *foot();
+    void renderIfVisible();
     void render();
     void focusMoved(const QWindow *window);
     [[nodiscard]] QMargins shadowMargins() const;

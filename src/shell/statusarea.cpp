@@ -99,7 +99,10 @@ void StatusArea::togglePanel()
 
 void StatusArea::fillMenu()
 {
+    // Clearing a menu keeps the menus below it.
+    const auto below = m_menu->findChildren<QMenu *>(Qt::FindDirectChildrenOnly);
     m_menu->clear();
+    qDeleteAll(below);
     m_menu->addAction(overallText(overallState(*m_state)))->setEnabled(false);
     m_menu->addSeparator();
     addVolumes();

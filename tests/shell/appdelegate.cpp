@@ -6,6 +6,7 @@
 #include "shell/mainview.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
+#include "shell/statusarea.h"
 #include "states.h"
 #include "support/fakeagent.h"
 
@@ -203,6 +204,14 @@ TEST(AppDelegate, EndsTheProgramWithTheLastWindowWhereItWasAskedTo)
     QObject::connect(&started.delegate, &AppDelegate::quitRequested, qApp, &QApplication::quit);
     QApplication::exec();
     EXPECT_EQ(quit.count(), 1);
+}
+
+TEST(AppDelegate, LooksForOneStatusAreaHoweverOftenItIsAsked)
+{
+    Started started;
+    started.delegate.openStatusArea();
+    started.delegate.openStatusArea();
+    EXPECT_EQ(started.delegate.findChildren<StatusArea *>().size(), 1);
 }
 
 TEST(AppDelegate, GrantsACodeALinkAndAnActionOfALaterStart)

@@ -136,6 +136,22 @@ TEST(MenuBarView, ComparesThePlanOnlyWhereItHasACapacity)
     EXPECT_TRUE(waitFor([&] { return bar->isHidden(); }));
 }
 
+TEST(MenuBarView, IsMadeUpWhenItOpensAndNotBefore)
+{
+    const std::shared_ptr<AppState> state = stateWithVolumes();
+    MenuBarView view(state);
+    EXPECT_EQ(view.findChild<MenuBarVolume *>(), nullptr);
+    view.showAt({400, 0});
+    auto *const documents = named<DarkTextButton>(view, u"Documents"_s);
+    ASSERT_NE(documents, nullptr);
+    EXPECT_TRUE(documents->isVisible());
+    view.hide();
+    state->volumes = Records();
+    EXPECT_FALSE(waitFor([&] { return documents->isHidden() || !documents->isVisibleTo(&view); }, 100));
+    view.showAt({400, 0});
+    EXPECT_FALSE(documents->isVisible());
+}
+
 TEST(MenuBarView, KeepsItsLabelWithoutVolumes)
 {
     ShownPanel shown(signedInState());

@@ -96,6 +96,15 @@ TEST(StatusArea, ItsMenuOpensMountedVolumesAndListsNoMoreThanAMenuHolds)
     EXPECT_THAT(opened, ElementsAre(u"/mnt/one"_s));
 }
 
+TEST(StatusArea, ItsMenuLeavesNothingBehindHoweverOftenItOpens)
+{
+    StatusArea area(stateWithVolumes(3));
+    for (int time = 0; time < 3; ++time) {
+        Q_EMIT area.menu().aboutToShow();
+    }
+    EXPECT_EQ(area.menu().findChildren<QMenu *>().size(), 1);
+}
+
 TEST(StatusArea, HasNoIconWhereTheDesktopHasNoRoomForOne)
 {
     StatusArea area(signedInState());
