@@ -7,12 +7,23 @@
 
 namespace quillfen {
 
-/// Where an age lies on the scale on which the product draws history: 0 is one second ago or less, 1 is `span` (above
-/// one) or more. Logarithmic, so that the last minute, hour, day and month each get a width that can be used. In
-/// seconds.
-[[nodiscard]] inline double shareOfAge(double age, double span)
-{
-    return std::clamp(std::log(std::max(age, 1.0)) / std::log(span), 0.0, 1.0);
-}
+/// The scale on which the product draws history: logarithmic, so that the last minute, hour, day and month each get a
+/// width that can be used. In seconds.
+class LogScale final {
+public:
+    /// `span`, above one, is the age at the far end.
+    explicit LogScale(double span) : m_logSpan(std::log(span)) {}
+
+    /// Where an age lies: 0 is one second ago or less, 1 is the span or more.
+    [[nodiscard]] double share(double age) const
+    {
+        return std::clamp(std::log(std::max(age, 1.0)) / m_logSpan, 0.0, 1.0);
+    }
+    /// The age at a share from 0 to 1.
+    [[nodiscard]] double age(double share) const { return std::exp(m_logSpan * share); }
+
+private:
+    double m_logSpan;
+};
 
 } // namespace quillfen

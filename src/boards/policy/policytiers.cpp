@@ -161,7 +161,7 @@ QString policyWords(const Policy &values)
 
 double reachShare(std::size_t tier, std::int64_t number)
 {
-    return number <= 0 ? 0.0 : shareOfAge(static_cast<double>(number) * unitSeconds.at(tier), scaleEnd);
+    return number <= 0 ? 0.0 : LogScale(scaleEnd).share(static_cast<double>(number) * unitSeconds.at(tier));
 }
 
 std::optional<Policy> parsedPolicy(const QString &text)

@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quillfen {
 
@@ -24,7 +23,7 @@ constexpr std::chrono::seconds youngest = 1s;
 
 TimeScale::TimeScale(Instant now, std::chrono::seconds span, double width)
     : m_now(now), m_span(std::max(span, 2s)), m_width(std::max(width, 0.0)),
-      m_logSpan(std::log(static_cast<double>(m_span.count())))
+      m_scale(static_cast<double>(m_span.count()))
 {}
 
 double TimeScale::position(Instant moment) const
@@ -37,14 +36,13 @@ double TimeScale::position(Instant moment) const
 
 double TimeScale::positionOfAge(double age) const
 {
-    const double share = std::log(std::max(age, 1.0)) / m_logSpan;
-    return m_width - m_width * std::clamp(share, 0.0, 1.0);
+    return m_width - m_width * m_scale.share(age);
 }
 
 Instant TimeScale::moment(double position) const
 {
     const double share = m_width > 0.0 ? std::clamp((m_width - position) / m_width, 0.0, 1.0) : 0.0;
-    const std::chrono::duration<double> age(std::exp(m_logSpan * share));
+    const std::chrono::duration<double> age(m_scale.age(share));
     return clamped(m_now - std::chrono::round<std::chrono::milliseconds>(age));
 }
 

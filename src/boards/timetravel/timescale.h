@@ -3,6 +3,7 @@
 #pragma once
 
 #include "state/clock.h"
+#include "ui/logscale.h"
 
 #include <QString>
 
@@ -40,7 +41,7 @@ private:
     Instant m_now;
     std::chrono::seconds m_span;
     double m_width;
-    double m_logSpan;
+    LogScale m_scale;
 };
 
 /// A line across the strip with the age that it stands for.
