@@ -108,10 +108,7 @@ QCoro::Task<std::optional<json::value>> AccountModel::once(Action action)
 QCoro::Task<> AccountModel::createToken(QString label)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "auth.tokens.create";
-    action.params = params("label", label, "expires_in_days", tokenDays);
-    action.timeout = 60s;
+    Action action = calling("auth.tokens.create", params("label", label, "expires_in_days", tokenDays), 60s);
     action.refresh = false;
     const std::optional<json::value> answer = co_await perform(m_state, action);
     if (answer) {
@@ -123,10 +120,7 @@ QCoro::Task<> AccountModel::createToken(QString label)
 QCoro::Task<> AccountModel::revokeToken(QString id)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "auth.tokens.revoke";
-    action.params = params("token_id", id);
-    action.timeout = 60s;
+    Action action = calling("auth.tokens.revoke", params("token_id", id), 60s);
     action.done = saying(tr("revoked"));
     action.refresh = false;
     const std::optional<json::value> answer = co_await perform(m_state, action);
@@ -138,10 +132,7 @@ QCoro::Task<> AccountModel::revokeToken(QString id)
 QCoro::Task<> AccountModel::enrolComputer()
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "auth.enroll_code";
-    action.params = params("label", "desktop");
-    action.timeout = 60s;
+    Action action = calling("auth.enroll_code", params("label", "desktop"), 60s);
     action.refresh = false;
     const std::optional<json::value> answer = co_await once(action);
     if (answer) {

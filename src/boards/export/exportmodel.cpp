@@ -248,12 +248,11 @@ QCoro::Task<> ExportModel::request()
         co_return;
     }
     const bool shipped = delivery() == Delivery::Media;
-    Action action;
-    action.method = "volumes.export.set";
-    action.params = shipped ? params("volume_id", *id, "delivery", wireName(delivery()), "medium", medium(), "region",
-                                     region(), "address", address())
-                            : params("volume_id", *id, "delivery", wireName(delivery()));
-    action.timeout = 300s;
+    Action action = calling("volumes.export.set",
+                            shipped ? params("volume_id", *id, "delivery", wireName(delivery()), "medium", medium(),
+                                             "region", region(), "address", address())
+                                    : params("volume_id", *id, "delivery", wireName(delivery())),
+                            300s);
     action.done = saying(shipped ? tr("Order placed. Quillfen confirms the price by e-mail before anything ships.")
                                  : tr("Copy requested. The vault is packing it; the download link appears under Recent "
                                       "copies and you are e-mailed when it is ready."));
@@ -270,10 +269,7 @@ QCoro::Task<> ExportModel::remove(std::int64_t id)
     if (removing().contains(id)) {
         co_return;
     }
-    Action action;
-    action.method = "export.remove";
-    action.params = params("volume_id", id);
-    action.timeout = 120s;
+    Action action = calling("export.remove", params("volume_id", id), 120s);
     action.done = saying(tr("copy removed"));
     action.refresh = false;
     begin(removing, id);

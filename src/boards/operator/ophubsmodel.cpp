@@ -47,62 +47,46 @@ QCoro::Task<> OpHubsModel::load()
     promotion = recordOf(status.value);
 }
 
-QCoro::Task<> OpHubsModel::onHub(std::string method, std::int64_t id, QString done)
+QCoro::Task<> OpHubsModel::onHub(std::string method, std::int64_t id, QString done, More more)
 {
     Act action;
     action.method = std::move(method);
     action.idName = "site_id";
     action.id = id;
+    action.params = std::move(more.params);
     action.done = std::move(done);
-    action.timeout = 300s;
+    action.timeout = more.timeout;
+    action.operation = std::move(more.operation);
     return act(std::move(action));
 }
 
 QCoro::Task<> OpHubsModel::poll(std::int64_t id)
 {
-    return onHub("admin.hubs.poll", id, tr("polled"));
+    return onHub("admin.hubs.poll", id, tr("polled"), {});
 }
 
 QCoro::Task<> OpHubsModel::rescan(std::int64_t id)
 {
-    return onHub("admin.hubs.rescan", id, tr("rescanned"));
+    return onHub("admin.hubs.rescan", id, tr("rescanned"), {});
 }
 
 QCoro::Task<> OpHubsModel::promote(std::int64_t id, QString name)
 {
-    Act action;
-    action.method = "admin.hubs.promote";
-    action.idName = "site_id";
-    action.id = id;
-    action.done = tr("promotion started");
-    action.timeout = patience;
-    action.operation = tr("Promoting %1").arg(name);
-    return act(std::move(action));
+    const More more{.timeout = patience, .operation = tr("Promoting %1").arg(name)};
+    return onHub("admin.hubs.promote", id, tr("promotion started"), more);
 }
 
 QCoro::Task<> OpHubsModel::demote(std::int64_t id, QString name)
 {
-    Act action;
-    action.method = "admin.hubs.demote";
-    action.idName = "site_id";
-    action.id = id;
-    action.done = tr("demoted");
-    action.timeout = patience;
-    action.operation = tr("Demoting %1").arg(name);
-    return act(std::move(action));
+    const More more{.timeout = patience, .operation = tr("Demoting %1").arg(name)};
+    return onHub("admin.hubs.demote", id, tr("demoted"), more);
 }
 
 QCoro::Task<> OpHubsModel::retire(std::int64_t id, QString name)
 {
-    Act action;
-    action.method = "admin.hubs.retire";
-    action.idName = "site_id";
-    action.id = id;
-    action.params = params("force", true, "wipe", true);
-    action.done = tr("retired");
-    action.timeout = patience;
-    action.operation = tr("Retiring %1").arg(name);
-    return act(std::move(action));
+    const More more{
+        .timeout = patience, .operation = tr("Retiring %1").arg(name), .params = params("force", true, "wipe", true)};
+    return onHub("admin.hubs.retire", id, tr("retired"), more);
 }
 
 QCoro::Task<> OpHubsModel::preflight(QString name, QString address)
@@ -113,10 +97,7 @@ QCoro::Task<> OpHubsModel::preflight(QString name, QString address)
     }
     const std::shared_ptr<AppState> state = shared();
     checking = true;
-    Action action;
-    action.method = "admin.hubs.preflight";
-    action.params = params("name", name, "address", address);
-    action.timeout = 300s;
+    Action action = calling("admin.hubs.preflight", params("name", name, "address", address), 300s);
     action.refresh = false;
     const std::optional<json::value> answer = co_await perform(state, action);
     checking = false;
@@ -143,20 +124,16 @@ QCoro::Task<> OpHubsModel::registerHub(HubOffer machine)
 {
     const auto self = shared_from_this();
     const std::shared_ptr<AppState> state = shared();
-    Action adding;
-    adding.method = "admin.hubs.add";
-    adding.params = params("name", machine.name, "address", machine.address, "fingerprint", machine.fingerprint);
-    adding.timeout = 120s;
+    Action adding =
+        calling("admin.hubs.add",
+                params("name", machine.name, "address", machine.address, "fingerprint", machine.fingerprint), 120s);
     adding.done = saying(tr("%1 registered; the build is running").arg(machine.name));
     adding.refresh = false;
     const std::optional<json::value> added = co_await perform(state, adding);
     if (!added) {
         co_return;
     }
-    Action building;
-    building.method = "admin.hubs.build.set";
-    building.params = params("site_id", num(object(&*added), "id"));
-    building.timeout = 120s;
+    Action building = calling("admin.hubs.build.set", params("site_id", num(object(&*added), "id")), 120s);
     building.refresh = false;
     co_await perform(state, building);
     co_await load();

@@ -46,7 +46,13 @@ public:
     QCoro::Task<> registerHub(HubOffer machine);
 
 private:
-    QCoro::Task<> onHub(std::string method, std::int64_t id, QString done);
+    /// What else the action is, when it is more than a word to the hub.
+    struct More {
+        RPC::Seconds timeout{300};
+        QString operation = {};   ///< its title among the long operations
+        json::object params = {}; ///< besides the hub's id
+    };
+    QCoro::Task<> onHub(std::string method, std::int64_t id, QString done, More more);
 };
 
 } // namespace quillfen

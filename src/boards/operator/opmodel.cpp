@@ -23,9 +23,7 @@ QCoro::Task<> OpModel::act(Act what)
         co_return;
     }
     running.update([&key](QSet<QString> &keys) { keys.insert(key); });
-    Action action;
-    action.method = what.method;
-    action.params = what.params;
+    Action action = calling(what.method, what.params);
     if (!what.idName.empty()) {
         action.params[what.idName] = what.id;
     }

@@ -148,10 +148,7 @@ QCoro::Task<> PolicyModel::save()
     }
     const Policy sent = values();
     const std::uint64_t visit = m_visit;
-    Action action;
-    action.method = "history.set";
-    action.params = params("volume_id", *id, "policy", wireForm(sent));
-    action.timeout = 120s;
+    Action action = calling("history.set", params("volume_id", *id, "policy", wireForm(sent)), 120s);
     action.done = saying(tr("policy saved"));
     action.refresh = false;
     saving.update([id](QSet<std::int64_t> &ids) { ids.insert(*id); });

@@ -123,11 +123,10 @@ QCoro::Task<> TimeTravelModel::watchCopies()
 QCoro::Task<> TimeTravelModel::openView(PastVolume volume, QString timestamp, std::optional<QString> name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "views.open";
-    action.params = name ? params("volume_id", volume.id, "timestamp", timestamp, "name", *name)
-                         : params("volume_id", volume.id, "timestamp", timestamp);
-    action.timeout = 600s;
+    Action action = calling("views.open",
+                            name ? params("volume_id", volume.id, "timestamp", timestamp, "name", *name)
+                                 : params("volume_id", volume.id, "timestamp", timestamp),
+                            600s);
     action.before = tr("Opening %1 as it was at %2").arg(volume.name, exactDate(timestamp));
     action.done = openedText;
     co_await run(action, Refresh::AfterSuccess);
@@ -136,10 +135,7 @@ QCoro::Task<> TimeTravelModel::openView(PastVolume volume, QString timestamp, st
 QCoro::Task<> TimeTravelModel::releaseView(PastVolume volume, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "views.close";
-    action.params = params("volume_id", volume.id, "name", name);
-    action.timeout = 600s;
+    Action action = calling("views.close", params("volume_id", volume.id, "name", name), 600s);
     action.done = saying(tr("released %1").arg(name));
     co_await run(action, Refresh::Always);
 }
@@ -147,10 +143,7 @@ QCoro::Task<> TimeTravelModel::releaseView(PastVolume volume, QString name)
 QCoro::Task<> TimeTravelModel::mountView(PastVolume volume, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "mount.attach";
-    action.params = params("volume_id", volume.id, "view", name);
-    action.timeout = 300s;
+    Action action = calling("mount.attach", params("volume_id", volume.id, "view", name), 300s);
     action.done = saying(tr("view %1 mounted").arg(name));
     co_await run(action, Refresh::Always);
 }
@@ -158,10 +151,8 @@ QCoro::Task<> TimeTravelModel::mountView(PastVolume volume, QString name)
 QCoro::Task<> TimeTravelModel::newVolume(PastVolume volume, QString timestamp, QString name)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "restore.start";
-    action.params = params("volume_id", volume.id, "timestamp", timestamp, "recovery_name", name);
-    action.timeout = 600s;
+    Action action =
+        calling("restore.start", params("volume_id", volume.id, "timestamp", timestamp, "recovery_name", name), 600s);
     action.before = tr("Preparing %1. Watch it under New volumes in the making on this board; when it is fully copied, "
                        "Make it a volume (also offered on the Volumes board).")
                         .arg(name);
@@ -171,10 +162,7 @@ QCoro::Task<> TimeTravelModel::newVolume(PastVolume volume, QString timestamp, Q
 QCoro::Task<> TimeTravelModel::promote(std::int64_t recovery, QString newName)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "recovery.promote";
-    action.params = params("recovery_id", recovery, "new_name", newName);
-    action.timeout = 600s;
+    Action action = calling("recovery.promote", params("recovery_id", recovery, "new_name", newName), 600s);
     action.done =
         saying(tr("%1 is a volume now; click Mount on it under Volumes to start it on this Mac.").arg(newName));
     co_await run(action, Refresh::AfterSuccess);
@@ -183,10 +171,7 @@ QCoro::Task<> TimeTravelModel::promote(std::int64_t recovery, QString newName)
 QCoro::Task<> TimeTravelModel::discard(std::int64_t recovery)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "recovery.delete";
-    action.params = params("recovery_id", recovery);
-    action.timeout = 300s;
+    Action action = calling("recovery.delete", params("recovery_id", recovery), 300s);
     action.done = saying(tr("discarded"));
     co_await run(action, Refresh::Never);
 }

@@ -125,10 +125,7 @@ QCoro::Task<> IscsiModel::save(std::int64_t id, QString portal)
 {
     const auto self = shared_from_this();
     const QString trimmed = portal.trimmed();
-    Action action;
-    action.method = "volumes.iscsi.set";
-    action.params = params("volume_id", id, "portal", trimmed);
-    action.timeout = 60s;
+    Action action = calling("volumes.iscsi.set", params("volume_id", id, "portal", trimmed), 60s);
     action.done = saying(trimmed.isEmpty() ? tr("Portal cleared: the target is reached from this Mac only.")
                                            : tr("Portal saved. Other machines log in to %1.").arg(trimmed));
     action.refresh = false;
@@ -141,10 +138,7 @@ QCoro::Task<> IscsiModel::save(std::int64_t id, QString portal)
 QCoro::Task<> IscsiModel::setChap(std::int64_t id, bool on)
 {
     const auto self = shared_from_this();
-    Action action;
-    action.method = "volumes.iscsi.set";
-    action.params = params("volume_id", id, "chap", on);
-    action.timeout = 90s;
+    Action action = calling("volumes.iscsi.set", params("volume_id", id, "chap", on), 90s);
     action.done = saying(on ? tr("CHAP is on again.") : tr("CHAP is off: the target is open."));
     action.refresh = false;
     const std::optional<json::value> answer = co_await perform(m_state, action);
