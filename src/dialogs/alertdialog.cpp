@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dialogs/alertdialog.h"
 
+#include "ui/accessible.h"
 #include "ui/compositing.h"
 #include "ui/label.h"
 #include "ui/layout.h"
@@ -66,6 +67,7 @@ AlertDialog::AlertDialog(QWidget *parent, const QString &title)
       m_parentWindow(windowBelow(parent)), m_body(column({})), m_buttons(row({Stretch{}})), m_shadowed(isComposited())
 {
     setWindowModality(Qt::ApplicationModal);
+    setModalDialog(this);
     setWindowTitle(madeVisible(title.left(longestWindowTitle)));
     setAccessibleName(madeVisible(title));
     setAttribute(Qt::WA_TranslucentBackground, m_shadowed);
@@ -181,11 +183,14 @@ bool AlertDialog::ask()
     if (m_first) {
         m_first->setFocus(Qt::TabFocusReason); // the ring shows where Enter goes
     }
+    // The place first, then the system's window: one that is moved once it is there hears of it when the window manager
+    // has it in hand already, looks where it stands, and may go on believing in a place that was passed through. Lists
+    // and tool tips would open there.
+    placeOver(m_parentWindow);
     winId();
     if (m_parentWindow) {
         windowHandle()->setTransientParent(m_parentWindow->windowHandle());
     }
-    placeOver(m_parentWindow);
     const bool wasInFront = m_parentWindow && m_parentWindow->isActiveWindow();
     const bool accepted = exec() == QDialog::Accepted;
     // Most window managers think of it themselves; without, the keyboard would belong to nobody.

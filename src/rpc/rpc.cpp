@@ -186,18 +186,34 @@ void RPC::connect(const std::string &path)
     m_impl->open(path, *this);
 }
 
+RPC::Request RPC::prepare(std::string method, const json::object &params, Seconds timeout)
+{
+    Q_ASSERT_X(m_impl->isMainThread(), "RPC::prepare", "callers resume on the main thread, so they come from there");
+    Request request;
+    request.id = m_impl->nextId();
+    request.line = requestLine(request.id, method, params);
+    request.method = std::move(method);
+    request.timeout = timeout;
+    return request;
+}
+
 QCoro::Task<json::value> RPC::call(std::string method, json::object params, Seconds timeout)
+{
+    Request request = prepare(std::move(method), params, timeout);
+    json::value result = co_await call(std::move(request));
+    co_return result;
+}
+
+QCoro::Task<json::value> RPC::call(Request request)
 {
     const std::shared_ptr<Impl> impl = m_impl; // the frame may be the last to know it
     Q_ASSERT_X(impl->isMainThread(), "RPC::call", "callers resume on the main thread, so they come from there");
-    const std::int64_t id = impl->nextId();
-    std::string line = requestLine(id, method, params);
-    PendingCall call(std::move(method), timeout);
+    PendingCall call(std::move(request.method), request.timeout);
     if (impl->isFinished()) {
         call.failClosed();
         co_return call.outcome();
     }
-    const std::function<void()> start = [&] { impl->start(id, call, std::move(line)); };
+    const std::function<void()> start = [&] { impl->start(request.id, call, std::move(request.line)); };
     const PendingCall::Awaiter answer{call, start};
     co_await answer;
     impl->completed();

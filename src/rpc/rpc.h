@@ -10,6 +10,7 @@
 #include <QCoroTask>
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -42,9 +43,21 @@ public:
     /// told of what the owner has given up. Never waits for the agent. Main thread. Throws RPCError with code -1.
     void connect(const std::string &path);
 
+    /// A request that is ready to go.
+    struct Request {
+        std::int64_t id = 0;
+        std::string method;
+        std::string line; ///< as it will go over the wire, line feed included
+        Seconds timeout{};
+    };
+    /// Makes a request, under an id of its own. Throws RPCError "bad params" for what JSON cannot carry. Main thread.
+    [[nodiscard]] Request prepare(std::string method, const json::object &params, Seconds timeout);
+
     /// Asks the agent; resumes on the main thread with the answer's "result" (JSON null when it has none) or throws
     /// RPCError. Completes exactly once: by answer, by `timeout` (seconds) or by the end of the connection; without a
     /// connection soon, and by the same failure. To be called on the main thread.
+    QCoro::Task<json::value> call(Request request);
+    /// The same for a request that nobody else needs to see.
     QCoro::Task<json::value> call(std::string method, json::object params, Seconds timeout);
 
     /// Ends the connection as if the agent had. Waiting calls fail, `onDown` runs. Nothing happens when there is none.

@@ -3,6 +3,8 @@
 #include "shell/firstrunmodel.h"
 
 #include "shell/product.h"
+#include "state/action.h"
+#include "state/ask.h"
 
 #include <utility>
 
@@ -73,20 +75,19 @@ QCoro::Task<> FirstRunModel::signIn(SignInForm form)
         co_return;
     }
 
-    const json::object request = enrolParams(form);
-    std::optional<json::value> answer;
+    Action enrolment = calling("auth.enroll", enrolParams(form), 60s);
+    enrolment.done = [](const json::value &answer) { return tr("Signed in as %1").arg(str(object(&answer), "email")); };
     m_state->busy = true;
-    try {
-        answer = co_await m_state->rpc().call("auth.enroll", request, 60s);
-    } catch (const RPCError &failure) {
-        error = failure.message;
+    const CallOutcome outcome = co_await attempt(m_state, enrolment);
+    if (!outcome.answer) {
+        error = outcome.words;
     }
     m_state->busy = false;
-    if (!answer) {
+    if (!outcome.answer) {
         co_return;
     }
 
-    m_state->show(tr("Signed in as %1").arg(str(object(&*answer), "email")));
+    m_state->showOutcome(outcome.words);
     co_await m_state->refresh();
     if (isTrue(m_state->vm(), "exists")) {
         co_return;
@@ -104,16 +105,14 @@ QCoro::Task<> FirstRunModel::signIn(SignInForm form)
 QCoro::Task<> FirstRunModel::prepareEngine()
 {
     const auto self = shared_from_this();
-    const json::object none;
-    QString outcome = tr("The engine is ready.");
+    Action preparation = calling("vm.prepare", {}, 3600s);
+    preparation.operation = tr("Setting up the engine");
+    preparation.progressEvent = "vm.progress";
+    preparation.done = saying(tr("The engine is ready."));
     m_state->show(tr("Setting up the engine…"));
     m_state->busy = true;
-    try {
-        co_await m_state->rpc().call("vm.prepare", none, 3600s);
-    } catch (const RPCError &failure) {
-        outcome = failure.message;
-    }
-    m_state->show(outcome);
+    const CallOutcome outcome = co_await attempt(m_state, preparation);
+    m_state->showOutcome(outcome.words);
     m_state->busy = false;
     co_await m_state->refresh();
 }
@@ -122,15 +121,9 @@ QCoro::Task<> FirstRunModel::check()
 {
     const auto self = shared_from_this();
     const json::object none;
-    Records found;
-    try {
-        const json::value answer = co_await m_state->rpc().call("preflight.run", none, 60s);
-        found = records(&answer);
-    } catch (const RPCError &) {
-        // The checks are advice: without them the card stays empty and signing in works all the same.
-        found.clear();
-    }
-    checks = found;
+    const std::optional<json::value> answer = co_await answerOrNothing(m_state, "preflight.run", none);
+    // The checks are advice: without them the card stays empty and signing in works all the same.
+    checks = answer ? records(&*answer) : Records();
 }
 
 } // namespace quillfen

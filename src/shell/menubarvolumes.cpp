@@ -17,9 +17,9 @@ int MenuBarVolumes::rowCount() const
     return static_cast<int>(m_state->volumes().size());
 }
 
-std::int64_t MenuBarVolumes::rowKey(int row) const
+QString MenuBarVolumes::rowKey(int row) const
 {
-    return num(m_state->volumes().at(row), "id");
+    return str(m_state->volumes().at(row), "id");
 }
 
 QWidget *MenuBarVolumes::makeRow()

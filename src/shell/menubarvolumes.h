@@ -17,7 +17,7 @@ public:
     ~MenuBarVolumes() override;
 
     [[nodiscard]] int rowCount() const override;
-    [[nodiscard]] std::int64_t rowKey(int row) const override;
+    [[nodiscard]] QString rowKey(int row) const override;
     [[nodiscard]] QWidget *makeRow() override;
     void fillRow(QWidget *widget, int row) override;
 

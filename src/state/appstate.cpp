@@ -134,12 +134,18 @@ void AppState::event(const std::string &name, std::optional<json::value> data)
         volumes = takeRecords(std::move(value));
     } else if (name == "vm.progress" || name == "appliance.progress") {
         const QString message = str(object(&value), "message");
-        operations.progress(name, message);
+        activity.progress(name, message);
         show(message);
     }
 }
 
 void AppState::show(const QString &message)
+{
+    activity.noticed(message);
+    showOutcome(message);
+}
+
+void AppState::showOutcome(const QString &message)
 {
     toast = message;
     // A coarse timer may come as much as a twentieth early.

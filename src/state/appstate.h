@@ -3,8 +3,8 @@
 #pragma once
 
 #include "rpc/rpc.h"
+#include "state/activity.h"
 #include "state/notifications.h"
-#include "state/operations.h"
 #include "state/pauses.h"
 #include "state/published.h"
 #include "state/restorepoints.h"
@@ -76,7 +76,7 @@ public:
     Published<QMap<QString, QString>> localAppliances; ///< container to status
     Published<bool> showNewVolume{false};
     Published<Records> readyCopies;
-    Operations operations; ///< what takes long, and goes on whichever board is shown
+    Activity activity; ///< what is being done, and what was said and done in this run
 
     [[nodiscard]] RPC &rpc() noexcept { return m_rpc; }
     [[nodiscard]] Notifications &notifications() noexcept { return m_notifications; }
@@ -91,8 +91,10 @@ public:
     void startTicker();
     /// Applies a pushed event; unknown names are ignored.
     void event(const std::string &name, std::optional<json::value> data);
-    /// Shows a notice for eight seconds.
+    /// Shows a notice for eight seconds, and keeps it in the activity.
     void show(const QString &message);
+    /// The same for the outcome of a call, which the activity tells with the call.
+    void showOutcome(const QString &message);
 
     /// Asks the agent for everything the views show, one call at a time. A call that fails leaves what it would have
     /// set; the end of the connection ends the refresh, the next connection begins with its own.

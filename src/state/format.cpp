@@ -2,21 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "state/format.h"
 
+#include "state/dateformats.h"
 #include "state/isomoment.h"
 #include "state/userlocale.h"
 
 #include <QCoreApplication>
 
-#include <unicode/calendar.h>
-#include <unicode/dtptngen.h>
-#include <unicode/simpleformatter.h>
-#include <unicode/smpdtfmt.h>
+#include <unicode/unistr.h>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <memory>
 
 namespace quillfen {
 
@@ -24,149 +21,6 @@ namespace {
 
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(Format)
-};
-
-constexpr char16_t narrowNoBreakSpace = u'\u202f';
-
-QString fromIcu(const icu::UnicodeString &text)
-{
-    return QString::fromUtf16(text.getBuffer(), text.length());
-}
-
-UDate udate(Instant instant)
-{
-    return static_cast<UDate>(instant.time_since_epoch().count());
-}
-
-icu::UnicodeString patternOf(std::unique_ptr<icu::DateFormat> format)
-{
-    icu::UnicodeString pattern;
-    if (const auto *const simple = dynamic_cast<const icu::SimpleDateFormat *>(format.get())) {
-        simple->toPattern(pattern);
-    }
-    return pattern;
-}
-
-/// The locale's medium date and short time, joined as it speaks of a moment: "… at …" in English, "… um …" in German.
-icu::UnicodeString momentPattern(const icu::Locale &locale)
-{
-    const icu::UnicodeString date = patternOf(
-        std::unique_ptr<icu::DateFormat>(icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, locale)));
-    const icu::UnicodeString time = patternOf(
-        std::unique_ptr<icu::DateFormat>(icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, locale)));
-
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<icu::DateTimePatternGenerator> patterns(
-        icu::DateTimePatternGenerator::createInstance(locale, status));
-    icu::UnicodeString joined;
-    if (U_SUCCESS(status)) {
-        // The medium joint is a comma; the long one has the word.
-        const icu::SimpleFormatter joint(patterns->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
-        joint.format(time, date, joined, status);
-    }
-    return U_SUCCESS(status) ? joined : date + u' ' + time;
-}
-
-/// A formatter costs hundreds of times what it takes to use one, so that each thread keeps its own.
-class Formats final {
-public:
-    [[nodiscard]] static Formats &ofThread()
-    {
-        thread_local Formats formats;
-        if (formats.m_generation != localeGeneration()) {
-            formats = Formats();
-        }
-        return formats;
-    }
-
-    QString longDate(Instant instant) { return format(m_long, u"EEE, MMM d · HH:mm:ss", instant); }
-
-    QString exactDate(Instant instant)
-    {
-        return isShownTwice(instant) ? format(m_longWithZone, u"EEE, MMM d · HH:mm:ss z", instant) : longDate(instant);
-    }
-
-    QString shortDate(Instant instant)
-    {
-        return isThisYear(instant) ? format(m_short, u"MMM d", instant)
-                                   : format(m_shortWithYear, u"MMM d, yyyy", instant);
-    }
-
-    QString timeOfDay(Instant instant) { return format(m_time, u"HH:mm", instant); }
-
-    QString moment(Instant instant)
-    {
-        if (m_moment == nullptr) {
-            m_moment = formatter(momentPattern(m_locale));
-        }
-        // Where the locale puts narrow no-break spaces, plain ones are shown: fonts without the former show a box.
-        return format(m_moment, u"", instant).replace(QChar(narrowNoBreakSpace), QLatin1Char(' '));
-    }
-
-private:
-    using Formatter = std::unique_ptr<icu::SimpleDateFormat>;
-
-    Formats() : m_generation(localeGeneration()), m_locale(datesLocale())
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        m_calendar.reset(icu::Calendar::createInstance(m_locale, status));
-    }
-
-    [[nodiscard]] Formatter formatter(const icu::UnicodeString &pattern) const
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        return std::make_unique<icu::SimpleDateFormat>(pattern, m_locale, status);
-    }
-
-    QString format(Formatter &formatter, const char16_t *pattern, Instant instant)
-    {
-        if (formatter == nullptr) {
-            formatter = this->formatter(icu::UnicodeString(pattern));
-        }
-        icu::UnicodeString text;
-        return fromIcu(formatter->format(udate(instant), text));
-    }
-
-    /// How far the clock on the wall is ahead of UTC.
-    [[nodiscard]] double offsetAt(UDate moment) const
-    {
-        std::int32_t raw = 0;
-        std::int32_t summer = 0;
-        UErrorCode status = U_ZERO_ERROR;
-        m_calendar->getTimeZone().getOffset(moment, 0, raw, summer, status);
-        return static_cast<double>(raw) + summer;
-    }
-
-    /// Whether the clock on the wall shows the same at another moment, because it was put back between the two.
-    [[nodiscard]] bool isShownTwice(Instant instant) const
-    {
-        constexpr UDate day = 86'400'000;
-        const UDate moment = udate(instant);
-        const double offset = offsetAt(moment);
-        const auto alsoAt = [&](double otherOffset) {
-            return otherOffset != offset && offsetAt(moment + offset - otherOffset) == otherOffset;
-        };
-        return alsoAt(offsetAt(moment - day)) || alsoAt(offsetAt(moment + day));
-    }
-
-    [[nodiscard]] std::int32_t yearOf(Instant instant)
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        m_calendar->setTime(udate(instant), status);
-        return m_calendar->get(UCAL_EXTENDED_YEAR, status);
-    }
-
-    [[nodiscard]] bool isThisYear(Instant instant) { return yearOf(instant) == yearOf(now()); }
-
-    std::uint64_t m_generation;
-    icu::Locale m_locale;
-    std::unique_ptr<icu::Calendar> m_calendar;
-    Formatter m_long;
-    Formatter m_longWithZone;
-    Formatter m_short;
-    Formatter m_shortWithYear;
-    Formatter m_time;
-    Formatter m_moment;
 };
 
 /// With a decimal point whatever the locale, and halves to even, as "%.1f" has it in the C locale.
@@ -273,7 +127,7 @@ QString ago(const QString &timestamp)
     if (passed < 172'800s) {
         return Words::tr("%1 h ago").arg(std::chrono::floor<std::chrono::hours>(passed).count());
     }
-    return Formats::ofThread().moment(*moment);
+    return DateFormats::ofThread().moment(*moment);
 }
 
 std::optional<Instant> parseDate(const QString &text)
@@ -294,24 +148,29 @@ QString exactDate(const QString &timestamp)
 
 QString exactDate(Instant moment)
 {
-    return Formats::ofThread().exactDate(moment);
+    return DateFormats::ofThread().exactDate(moment);
 }
 
 QString shortDate(const QString &timestamp)
 {
     const std::optional<Instant> moment = parseDate(timestamp);
-    return moment ? Formats::ofThread().shortDate(*moment) : timestamp;
+    return moment ? shortDate(*moment) : timestamp;
+}
+
+QString shortDate(Instant moment)
+{
+    return DateFormats::ofThread().shortDate(moment);
 }
 
 QString longDate(const QString &timestamp)
 {
     const std::optional<Instant> moment = parseDate(timestamp);
-    return moment ? Formats::ofThread().longDate(*moment) : timestamp;
+    return moment ? DateFormats::ofThread().longDate(*moment) : timestamp;
 }
 
 QString timeOfDay(Instant instant)
 {
-    return Formats::ofThread().timeOfDay(instant);
+    return DateFormats::ofThread().timeOfDay(instant);
 }
 
 QString elapsed(Instant since)
@@ -334,7 +193,8 @@ QString capitalised(const QString &words)
         return capitalisedPlainly(words);
     }
     icu::UnicodeString text(words.utf16(), static_cast<std::int32_t>(words.size()));
-    return fromIcu(text.toTitle(nullptr, wordsLocale()));
+    text.toTitle(nullptr, wordsLocale());
+    return QString::fromUtf16(text.getBuffer(), text.length());
 }
 
 } // namespace quillfen

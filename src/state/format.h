@@ -27,6 +27,7 @@ namespace quillfen {
 
 /// "Nov 15", with the year when it is not the current one; text that is no moment comes back as it is.
 [[nodiscard]] QString shortDate(const QString &timestamp);
+[[nodiscard]] QString shortDate(Instant moment);
 
 /// "Sun, Nov 15 · 21:04:05" in the user's locale and time zone; text that is no moment comes back as it is.
 [[nodiscard]] QString longDate(const QString &timestamp);

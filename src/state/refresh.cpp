@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "state/appstate.h"
+#include "state/ask.h"
 #include "state/timelimits.h"
 
 namespace quillfen {
@@ -57,16 +58,12 @@ QCoro::Task<std::optional<json::value>> AppState::answerOrNothing(std::string me
     const auto self = shared_from_this();
     const std::uint64_t connection = m_connection;
     const RPC::Seconds limit = timeLimit(method);
-    std::optional<json::value> answer;
-    try {
-        answer = co_await m_rpc.call(std::move(method), std::move(params), limit);
-    } catch (const RPCError &error) {
-        // Whoever waits is told of the loss before `lost` is, and must not take the rest of its calls for failed ones.
-        if (error.connectionLost && m_connection == connection) {
-            ++m_connection;
-        }
+    Answer answer = co_await ask(self, std::move(method), std::move(params), limit);
+    // Whoever waits is told of the loss before `lost` is, and must not take the rest of its calls for failed ones.
+    if (answer.connectionLost && m_connection == connection) {
+        ++m_connection;
     }
-    co_return answer;
+    co_return std::move(answer.value);
 }
 
 QCoro::Task<> AppState::refresh()

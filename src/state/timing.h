@@ -13,6 +13,7 @@ struct Timing {
     std::chrono::milliseconds toastDuration{8'000};
     std::chrono::milliseconds mountRetryDelay{5'000}; ///< between attempts to mount a volume just deployed
     std::chrono::milliseconds frame{16};              ///< announcements within it become one render
+    std::chrono::milliseconds notifyAfter{10'000};    ///< what took so long is told on the desktop if no window is seen
 };
 
 } // namespace quillfen

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
+#include "state/action.h"
 #include "state/appstate.h"
 #include "state/timelimits.h"
 
@@ -20,31 +21,29 @@ QCoro::Task<> AppState::deployAndMount(std::int64_t id, QString name)
 {
     const auto self = shared_from_this();
     const json::object request = params("volume_id", id);
-    std::optional<QString> failure;
+    const QString beginning = tr("Starting the appliance for %1…").arg(name);
+    Action deploy = calling("appliance.deploy", request, timeLimit("appliance.deploy"));
+    deploy.operation = tr("Starting the appliance for %1").arg(name);
+    deploy.done = saying(tr("appliance for %1 started").arg(name)); // for the activity; the mount is still to come
+    deploy.progressEvent = "appliance.progress";
+    Action mount = calling("mount.attach", request, timeLimit("mount.attach"));
+    const QString mounted = tr("%1 is mounted in ~/Quillfen/%1").arg(name);
+    mount.done = saying(mounted);
 
-    show(tr("Starting the appliance for %1…").arg(name));
+    show(beginning);
     busy = true;
-    try {
-        co_await m_rpc.call("appliance.deploy", request, timeLimit("appliance.deploy"));
-    } catch (const RPCError &error) {
-        failure = error.message;
-    }
-    if (failure) {
-        show(*failure);
+    CallOutcome outcome = co_await attempt(self, deploy);
+    if (!outcome.answer) {
+        showOutcome(outcome.words);
     }
     busy = false;
-    if (failure) {
+    if (!outcome.answer) {
         co_return;
     }
 
-    for (int attempt = 0; attempt < mountAttempts && !m_shutDown; ++attempt) {
-        failure.reset();
-        try {
-            co_await m_rpc.call("mount.attach", request, timeLimit("mount.attach"));
-        } catch (const RPCError &error) {
-            failure = error.message;
-        }
-        if (!failure) {
+    for (int tries = 0; tries < mountAttempts && !m_shutDown; ++tries) {
+        outcome = co_await attempt(self, mount);
+        if (outcome.answer) {
             break;
         }
         const Pauses::Awaiter pause = m_pauses.of(m_timing.mountRetryDelay);
@@ -53,7 +52,7 @@ QCoro::Task<> AppState::deployAndMount(std::int64_t id, QString name)
     if (m_shutDown) {
         co_return;
     }
-    show(failure ? *failure : tr("%1 is mounted in ~/Quillfen/%1").arg(name));
+    showOutcome(outcome.words);
     co_await refresh();
 }
 

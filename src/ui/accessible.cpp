@@ -17,6 +17,8 @@ namespace {
 constexpr const char *roleProperty = "accessibleRole";
 constexpr const char *valueProperty = "accessibleValue";
 constexpr const char *numberProperty = "accessibleNumber";
+constexpr const char *modalProperty = "accessibleModal";
+constexpr const char *inertProperty = "accessibleInert";
 
 /// Whether a modal window keeps mouse and keyboard away from the widget.
 bool isBehindModal(const QWidget &widget)
@@ -29,10 +31,20 @@ bool isBehindModal(const QWidget &widget)
     return modal != nullptr && part == nullptr;
 }
 
+/// Whether the widget is, or is in, what a modal surface of its own window lies over.
+bool isBeneathSheet(const QWidget &widget)
+{
+    const QWidget *part = &widget;
+    while (part != nullptr && !isInert(part)) {
+        part = part->isWindow() ? nullptr : part->parentWidget();
+    }
+    return part != nullptr;
+}
+
 /// Assistive technology reaches what mouse and keyboard reach, and no more.
 bool isInReach(const QWidget &widget)
 {
-    return widget.isEnabled() && !isBehindModal(widget);
+    return widget.isEnabled() && !isBehindModal(widget) && !isBeneathSheet(widget);
 }
 
 /// Presses the button from the event loop: what it does may last as long as a dialog, while the one who asked waits for
@@ -74,6 +86,11 @@ public:
     [[nodiscard]] QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
+        state.modal = widget()->property(modalProperty).toBool();
+        if (isBeneathSheet(*widget())) {
+            state.invisible = true;
+            state.focusable = false;
+        }
         if (role() == QAccessible::StaticText || role() == QAccessible::Heading) {
             state.readOnly = true;
             // A line that is kept free for a text to come is nothing to stop at.
@@ -93,6 +110,23 @@ public:
             state.checked = button()->isChecked();
         }
         return state;
+    }
+
+    // Beneath a modal surface there is nothing. What is in there is still asked for its place in its parent by those
+    // who know it from before, and tells it.
+
+    [[nodiscard]] int childCount() const override { return isInert(widget()) ? 0 : QAccessibleWidget::childCount(); }
+    [[nodiscard]] QAccessibleInterface *child(int index) const override
+    {
+        return isInert(widget()) ? nullptr : QAccessibleWidget::child(index);
+    }
+    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
+    {
+        return isInert(widget()) ? nullptr : QAccessibleWidget::childAt(x, y);
+    }
+    [[nodiscard]] QAccessibleInterface *focusChild() const override
+    {
+        return isInert(widget()) ? nullptr : QAccessibleWidget::focusChild();
     }
 
     void *interface_cast(QAccessible::InterfaceType type) override
@@ -123,6 +157,9 @@ public:
 
     void doAction(const QString &name) override
     {
+        if (isBeneathSheet(*widget())) {
+            return;
+        }
         if (button() != nullptr && widget()->isEnabled() && name == buttonAction()) {
             pressSoon(button());
         } else if (adjustable() != nullptr && (name == increaseAction() || name == decreaseAction())) {
@@ -287,6 +324,29 @@ void setRole(QWidget *widget, QAccessible::Role role)
     if (auto *button = qobject_cast<QAbstractButton *>(widget); button != nullptr && role == QAccessible::PageTab) {
         tellSelection(button);
     }
+}
+
+void setModalDialog(QWidget *widget)
+{
+    setRole(widget, QAccessible::Dialog);
+    widget->setProperty(modalProperty, true);
+}
+
+void setInert(QWidget *widget, bool inert)
+{
+    if (!widget->property(roleProperty).isValid()) {
+        setRole(widget, QAccessible::Client); // what it is without one
+    }
+    widget->setProperty(inertProperty, inert);
+    if (QAccessible::isActive() && widget->isVisible()) {
+        QAccessibleEvent event(widget, inert ? QAccessible::ObjectHide : QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+bool isInert(const QWidget *widget)
+{
+    return widget->property(inertProperty).toBool();
 }
 
 void setAccessible(QWidget *widget, QAccessible::Role role, const QString &name)

@@ -18,6 +18,14 @@ void setRole(QWidget *widget, QAccessible::Role role);
 /// Role and name in one line, beside the widget's construction.
 void setAccessible(QWidget *widget, QAccessible::Role role, const QString &name);
 
+/// Role and state of a dialog that has to be dealt with before anything else of its program.
+void setModalDialog(QWidget *widget);
+
+/// Takes a widget and all that is in it away from assistive technology, and gives it back: for what lies beneath a
+/// modal surface within the same window. Keeping mouse and keyboard from there is the surface's own matter.
+void setInert(QWidget *widget, bool inert);
+[[nodiscard]] bool isInert(const QWidget *widget);
+
 /// The value of a painted widget in words, and where it has one as a share of the whole (0 to 1). Writes the property
 /// "accessibleValue" and tells of the change; the same value again is silent.
 void setAccessibleValue(QWidget *widget, const QString &words, std::optional<double> share = {});

@@ -4,6 +4,7 @@
 
 #include "ui/accessible.h"
 #include "ui/buttonlook.h"
+#include "ui/direction.h"
 #include "ui/enterkey.h"
 #include "ui/hoverfade.h"
 #include "ui/paint.h"
@@ -84,7 +85,7 @@ void Button::setRunning(bool running)
     }
     if (m_spinner != nullptr) {
         m_spinner->setVisible(running);
-        m_spinner->move(contents().left(), (height() - spinnerSize) / 2); // a wide button keeps its size
+        m_spinner->move(spinnerPlace()); // a wide button keeps its size
     }
     // What is disabled hands the keyboard on, and there a second Enter would do something else: the window leaves it.
     setProperty("keepsFocus", running);
@@ -148,6 +149,12 @@ QRect Button::contents() const
     return rect().adjusted(std::max(left + more, 0), 0, -sidePadding(m_height) - (surplus - more), 0);
 }
 
+QPoint Button::spinnerPlace() const
+{
+    const QRect place(contents().left(), (height() - spinnerSize) / 2, spinnerSize, spinnerSize);
+    return mirrored(*this, place).toRect().topLeft();
+}
+
 void Button::paintEvent(QPaintEvent *)
 {
     const ButtonLooks all = looksOf(m_style);
@@ -163,7 +170,8 @@ void Button::paintEvent(QPaintEvent *)
     QRect area = contents();
     if (m_icon && !m_running) {
         const QColor colour = !isEnabled() || isDark(m_style) || isStrong(m_style) ? look.label : Theme::text;
-        paintIcon(painter, *m_icon, QRect(area.left(), (height() - pictureSize) / 2, pictureSize, pictureSize), colour);
+        const QRect picture(area.left(), (height() - pictureSize) / 2, pictureSize, pictureSize);
+        paintIcon(painter, *m_icon, mirrored(*this, picture), colour);
     }
     area.setLeft(area.left() + leadingWidth());
     painter.setFont(labelFont());
@@ -172,7 +180,7 @@ void Button::paintEvent(QPaintEvent *)
     const QString label = metrics.horizontalAdvance(text()) <= area.width()
                               ? text()
                               : metrics.elidedText(text(), Qt::ElideRight, area.width());
-    painter.drawText(area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine, label);
+    drawLine(painter, mirrored(*this, area), Qt::AlignLeft | Qt::AlignVCenter, label);
 }
 
 void Button::changeEvent(QEvent *event)
@@ -194,7 +202,7 @@ void Button::resizeEvent(QResizeEvent *event)
 {
     QAbstractButton::resizeEvent(event);
     if (m_spinner != nullptr) {
-        m_spinner->move(contents().left(), (height() - spinnerSize) / 2);
+        m_spinner->move(spinnerPlace());
     }
 }
 

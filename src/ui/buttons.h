@@ -70,6 +70,7 @@ private:
     Button(std::optional<Icon> icon, const QString &text, ButtonStyle style, QWidget *parent);
     void watchWindow();
     [[nodiscard]] QRect contents() const;
+    [[nodiscard]] QPoint spinnerPlace() const;
     [[nodiscard]] int leadingWidth() const;
     [[nodiscard]] const QFont &labelFont() const;
 

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/calendarpopup.h"
 
+#include "ui/compositing.h"
 #include "ui/icons.h"
 #include "ui/layout.h"
 #include "ui/paint.h"
+#include "ui/roundmask.h"
 #include "ui/theme.h"
 #include "ui/type.h"
 
@@ -24,6 +26,7 @@ namespace quillfen {
 namespace {
 
 constexpr int padding = 8;
+constexpr int radius = 10;
 constexpr int gap = 4; // between the field and its calendar
 constexpr int arrowSize = 16;
 constexpr int dayWidth = 36;
@@ -144,7 +147,7 @@ CalendarPopup::CalendarPopup(const QDate &day, bool dark, QWidget *field)
     : QFrame(field, Qt::Popup | Qt::FramelessWindowHint), m_month(new Month(look(dark))), m_dark(dark)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_TranslucentBackground, isComposited()); // else its corners would be black
     setProperty("ownFocus", true);
     m_month->setSelectedDate(day);
     setLayout(column({m_month}, 0, QMargins(padding, padding, padding, padding)));
@@ -159,7 +162,8 @@ void CalendarPopup::place(const QWidget *field)
 {
     adjustSize();
     const QRect screen = field->screen()->availableGeometry();
-    QPoint corner = field->mapToGlobal(QPoint(field->width() - width(), field->height() + gap));
+    const int left = isRightToLeft() ? 0 : field->width() - width(); // below the field's own picture
+    QPoint corner = field->mapToGlobal(QPoint(left, field->height() + gap));
     if (corner.y() + height() > screen.bottom()) {
         corner.setY(field->mapToGlobal(QPoint(0, -gap)).y() - height());
     }
@@ -176,11 +180,22 @@ void CalendarPopup::keyPressEvent(QKeyEvent *event)
     QFrame::keyPressEvent(event);
 }
 
+void CalendarPopup::resizeEvent(QResizeEvent *event)
+{
+    QFrame::resizeEvent(event);
+    if (!testAttribute(Qt::WA_TranslucentBackground)) {
+        cutRoundCorners(this, radius);
+    }
+}
+
 void CalendarPopup::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const Look colours = look(m_dark);
-    paintSurface(painter, rect(), 10, colours.surface, colours.line);
+    if (!testAttribute(Qt::WA_TranslucentBackground)) {
+        painter.fillRect(rect(), colours.line); // where the mask's steps lie outside the smooth corner
+    }
+    paintSurface(painter, rect(), radius, colours.surface, colours.line);
 }
 
 } // namespace quillfen

@@ -46,6 +46,15 @@ void CellRow::addButton(Button *button)
     m_buttons.push_back(button);
 }
 
+void CellRow::setButtonVisible(Button *button, bool visible)
+{
+    // A window that is in the background keeps in mind which widget it gives the keyboard to when it comes back.
+    if (!visible && window()->focusWidget() == button) {
+        setFocus(Qt::OtherFocusReason);
+    }
+    button->setVisible(visible);
+}
+
 void CellRow::setRowName(const QString &name, const QString &columns)
 {
     const QString visible = madeVisible(name);
@@ -81,6 +90,25 @@ void CellRow::arrange()
 std::vector<QRect> CellRow::rooms(const QRect &inner) const
 {
     return cellRects(*m_columns, inner);
+}
+
+/// A row that has the keyboard itself stands in no order that Tab knows: its place is before its buttons.
+bool CellRow::focusNextPrevChild(bool next)
+{
+    const auto isStop = [](const QWidget *widget) {
+        return (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isVisible() && widget->isEnabled();
+    };
+    const auto first = std::ranges::find_if(m_buttons, isStop);
+    if (!hasFocus() || first == m_buttons.end()) {
+        return QWidget::focusNextPrevChild(next);
+    }
+    QWidget *to = *first;
+    while (!next) {
+        to = to->previousInFocusChain();
+        next = to == *first || (isStop(to) && !isAncestorOf(to) && to->window() == window());
+    }
+    to->setFocus(to == *first ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 void CellRow::resizeEvent(QResizeEvent *event)

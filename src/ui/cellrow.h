@@ -26,6 +26,9 @@ public:
     void addCell(QWidget *cell);
     /// Appends a button at the right.
     void addButton(Button *button);
+    /// Shows a button or takes it away. One that goes while the keyboard is on it leaves that to the row itself: left
+    /// to the window, it would go to the next button, and the next Enter might delete something.
+    void setButtonVisible(Button *button, bool visible);
     /// Says which row this is: the buttons carry it in their names, and the row is read as `name` and then `columns`.
     void setRowName(const QString &name, const QString &columns);
 
@@ -35,6 +38,7 @@ protected:
     /// The room of each cell in `inner`, the row without its margins.
     [[nodiscard]] virtual std::vector<QRect> rooms(const QRect &inner) const;
     void resizeEvent(QResizeEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     std::shared_ptr<const std::vector<Column>> m_columns;

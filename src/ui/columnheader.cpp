@@ -4,11 +4,14 @@
 
 #include "ui/accessible.h"
 #include "ui/cellrow.h"
+#include "ui/direction.h"
 #include "ui/enterkey.h"
 #include "ui/theme.h"
+#include "ui/tooltip.h"
 #include "ui/type.h"
 
 #include <QAbstractButton>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -63,15 +66,15 @@ protected:
         QPainter painter(this);
         const QFont &caption = quillfen::font(Type::CaptionMedium);
         const QFontMetrics metrics(caption);
-        const int arrow = m_sorting == Sorting::None ? 0 : arrowGap + static_cast<int>(arrowWidth);
         const QRect room = rect().adjusted(padding, 0, -padding, 0);
-        const QString label = metrics.elidedText(text(), Qt::ElideRight, std::max(0, room.width() - arrow));
+        const QString label = shownText();
         painter.setFont(caption);
         const bool strong = m_sorting != Sorting::None || underMouse() || isDown();
         painter.setPen(strong ? Theme::heading : Theme::text);
-        painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine, label);
+        drawLine(painter, room, Qt::AlignLeft | Qt::AlignVCenter, label);
         if (m_sorting != Sorting::None) {
-            paintArrow(painter, room.left() + metrics.horizontalAdvance(label) + arrowGap);
+            const qreal left = room.left() + metrics.horizontalAdvance(label) + arrowGap;
+            paintArrow(painter, mirrored(*this, QRectF(left, 0, arrowWidth, 0)).left());
         }
     }
 
@@ -82,7 +85,24 @@ protected:
         }
     }
 
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::ToolTip) {
+            const bool whole = shownText() == text();
+            showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), whole ? QString() : text(), this);
+            return true;
+        }
+        return QAbstractButton::event(event);
+    }
+
 private:
+    [[nodiscard]] QString shownText() const
+    {
+        const int arrow = m_sorting == Sorting::None ? 0 : arrowGap + static_cast<int>(arrowWidth);
+        return QFontMetrics(quillfen::font(Type::CaptionMedium))
+            .elidedText(text(), Qt::ElideRight, std::max(0, width() - 2 * padding - arrow));
+    }
+
     void paintArrow(QPainter &painter, qreal left) const
     {
         const qreal top = (height() - arrowHeight) / 2;

@@ -40,6 +40,9 @@ std::vector<int> widthsIn(const std::vector<Column> &columns, int room)
     const int all = sum(columns, wanted);
     const int smallest = sum(columns, least);
     const int shares = std::max(1, sum(columns, share));
+    // Texts can be cut off and tell so; the buttons of the last column cannot.
+    const int buttons = columns.empty() ? 0 : std::min(least(columns.back()), room);
+    const int texts = smallest - (columns.empty() ? 0 : least(columns.back()));
     std::vector<int> widths;
     widths.reserve(columns.size());
     for (const Column &column : columns) {
@@ -47,8 +50,10 @@ std::vector<int> widthsIn(const std::vector<Column> &columns, int room)
             widths.push_back(wanted(column) + (room - all) * column.share / shares);
         } else if (room >= smallest) {
             widths.push_back(least(column) + (wanted(column) - least(column)) * (room - smallest) / (all - smallest));
+        } else if (&column == &columns.back()) {
+            widths.push_back(buttons);
         } else {
-            widths.push_back(smallest == 0 ? 0 : least(column) * room / smallest);
+            widths.push_back(least(column) * (room - buttons) / std::max(1, texts));
         }
     }
     return widths;

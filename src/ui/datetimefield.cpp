@@ -56,6 +56,8 @@ DateTimeField::DateTimeField(const QString &accessibleName, int height, QWidget 
     setAttribute(Qt::WA_MacShowFocusRect, false);
     setMouseTracking(true);
     setProperty("ownFocus", true);
+    // Qt turns the parts of the format round with the layout; what counts is the language that the parts are in.
+    setLayoutDirection(locale().textDirection());
     setDisplayFormat(formatWith({}));
     setFixedHeight(scaled(height));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -83,7 +85,24 @@ void DateTimeField::setNote(const QString &note)
     if (m_note != note) {
         m_note = note;
         const QSignalBlocker silent(this);
+        const int part = currentSectionIndex();
+        const bool isSelected = lineEdit()->hasSelectedText();
         setDisplayFormat(formatWith(note));
+        goTo(part, isSelected);
+    }
+}
+
+/// Another format begins at its first part. The field believes in a part when the cursor moves there, and so the cursor
+/// comes from where no part is.
+void DateTimeField::goTo(int part, bool select)
+{
+    {
+        const QSignalBlocker unnoticed(lineEdit());
+        lineEdit()->setCursorPosition(static_cast<int>(text().size()));
+    }
+    setCurrentSectionIndex(part);
+    if (select) {
+        setSelectedSection(sectionAt(part));
     }
 }
 
@@ -98,9 +117,14 @@ QSize DateTimeField::minimumSizeHint() const
     return {2 * padding + iconSize + scaled(80), height()};
 }
 
+bool DateTimeField::isMirrored() const
+{
+    return parentWidget() != nullptr && parentWidget()->isRightToLeft();
+}
+
 QRect DateTimeField::iconRect() const
 {
-    const int x = isRightToLeft() ? padding : width() - padding - iconSize;
+    const int x = isMirrored() ? padding : width() - padding - iconSize;
     return {x, (height() - iconSize) / 2, iconSize, iconSize};
 }
 
@@ -153,8 +177,8 @@ void DateTimeField::resizeEvent(QResizeEvent *event)
 {
     QDateTimeEdit::resizeEvent(event);
     const QRect icon = iconRect();
-    const int left = isRightToLeft() ? icon.right() + gap : padding - 2;
-    const int right = isRightToLeft() ? width() - padding + 2 : icon.left() - gap;
+    const int left = isMirrored() ? icon.right() + gap : padding - 2;
+    const int right = isMirrored() ? width() - padding + 2 : icon.left() - gap;
     lineEdit()->setGeometry(left, 2, right - left, height() - 4);
 }
 

@@ -44,10 +44,12 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    [[nodiscard]] bool isMirrored() const; ///< as what stands around it; its own direction is that of its language
     [[nodiscard]] QRect iconRect() const;
     void applyColours();
     void showCalendar();
     void take(const QDateTime &shown);
+    void goTo(int part, bool select);
 
     int m_height;
     bool m_dark = false;

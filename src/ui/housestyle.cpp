@@ -81,8 +81,11 @@ void paintScrollBar(QPainter &painter, const QStyleOptionSlider &bar, const QRec
     const int width = wide ? barRoom : thinBar;
     QRectF grip = slider;
     if (bar.orientation == Qt::Vertical) {
-        grip =
-            QRectF(slider.right() + 1 - inset - width - (wide ? 0 : 2), slider.top() + 2, width, slider.height() - 4);
+        const int fromEdge = inset + (wide ? 0 : 2);
+        // The bar stands where lines end: at the left edge where they are read from right to left.
+        const int left =
+            bar.direction == Qt::RightToLeft ? slider.left() + fromEdge : slider.right() + 1 - fromEdge - width;
+        grip = QRectF(left, slider.top() + 2, width, slider.height() - 4);
     } else {
         grip = QRectF(slider.left() + 2, slider.bottom() + 1 - width - (wide ? 0 : 2), slider.width() - 4, width);
     }

@@ -18,9 +18,22 @@ struct Adder {
     void operator()(const Item &item) const { layout->addWidget(item.widget, item.factor, item.alignment); }
 };
 
+/// Qt turns a row round where it is read from right to left, but leaves its margins as they are.
+class MirroringBox final : public QBoxLayout {
+public:
+    using QBoxLayout::QBoxLayout;
+
+    void setGeometry(const QRect &rect) override
+    {
+        const QMargins margins = contentsMargins();
+        const bool mirrored = parentWidget() != nullptr && parentWidget()->isRightToLeft();
+        QBoxLayout::setGeometry(mirrored ? rect.translated(margins.right() - margins.left(), 0) : rect);
+    }
+};
+
 QBoxLayout *box(QBoxLayout::Direction direction, std::initializer_list<LayoutItem> items, int spacing, QMargins margins)
 {
-    auto *layout = new QBoxLayout(direction);
+    auto *layout = new MirroringBox(direction);
     layout->setSpacing(spacing);
     layout->setContentsMargins(margins);
     for (const LayoutItem &item : items) {

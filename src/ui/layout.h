@@ -33,6 +33,7 @@ struct Item {
 using LayoutItem = std::variant<QWidget *, QLayout *, Stretch, Space, Item>;
 
 /// Arranges items side by side or below one another: `setLayout(column({row({a, Stretch{}, b}), table, card}));`
+/// Read from right to left, both turn round, their margins included.
 [[nodiscard]] QBoxLayout *row(std::initializer_list<LayoutItem> items, int spacing = 8, QMargins margins = {});
 [[nodiscard]] QBoxLayout *column(std::initializer_list<LayoutItem> items, int spacing = 0, QMargins margins = {});
 

@@ -7,10 +7,7 @@
 #include "ui/theme.h"
 #include "ui/type.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QFocusEvent>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -25,32 +22,21 @@ namespace {
 /// What a widget can be high at most; beyond it the last rows could not be scrolled to.
 constexpr int mostPixels = std::numeric_limits<int>::max() / 2;
 
-std::vector<QAbstractButton *> buttonsIn(const QWidget *row)
+} // namespace
+
+int RowSource::findRow(const QString &key, int near) const
 {
-    std::vector<QAbstractButton *> found;
-    for (QAbstractButton *const button : row->findChildren<QAbstractButton *>()) {
-        if (!button->isHidden() && button->isEnabled() && button->focusPolicy() != Qt::NoFocus) {
-            found.push_back(button);
+    const int count = rowCount();
+    for (int away = 0; away < std::max(count, near + 1); ++away) {
+        if (near - away >= 0 && near - away < count && rowKey(near - away) == key) {
+            return near - away;
+        }
+        if (near + away < count && rowKey(near + away) == key) {
+            return near + away;
         }
     }
-    std::ranges::sort(found, {}, [](const QAbstractButton *button) { return button->x(); });
-    return found;
+    return near;
 }
-
-/// The button of `row` that does what `like` does in its own row; else the last one.
-QWidget *counterpart(QWidget *row, const QWidget *like)
-{
-    const std::vector<QAbstractButton *> buttons = buttonsIn(row);
-    if (buttons.empty()) {
-        return row;
-    }
-    const auto *const button = qobject_cast<const QAbstractButton *>(like);
-    const auto same = std::ranges::find_if(
-        buttons, [button](const QAbstractButton *each) { return button != nullptr && each->text() == button->text(); });
-    return same == buttons.end() ? buttons.back() : *same;
-}
-
-} // namespace
 
 LongList::LongList(RowSource &source, int rowHeight, const QString &accessibleName, QWidget *parent)
     : QAbstractScrollArea(parent), m_source(source), m_rowHeight(scaled(rowHeight))
@@ -119,39 +105,66 @@ std::optional<LongList::Spot> LongList::focusSpot() const
     return Spot{row, m_shown.at(row).key};
 }
 
-/// The row with this key that is nearest to where it was; -1 when there is none.
-int LongList::findKey(std::int64_t key, int near) const
+bool LongList::has(const Spot &spot, int row) const
 {
-    const int count = m_source.rowCount();
-    for (int away = 0; away < std::max(count, near + 1); ++away) {
-        if (near - away >= 0 && near - away < count && m_source.rowKey(near - away) == key) {
-            return near - away;
-        }
-        if (near + away < count && m_source.rowKey(near + away) == key) {
-            return near + away;
-        }
-    }
-    return -1;
+    return row < m_source.rowCount() && m_source.rowKey(row) == spot.key;
+}
+
+bool LongList::isAtEnd() const
+{
+    return m_followsEnd && verticalScrollBar()->value() == verticalScrollBar()->maximum();
 }
 
 void LongList::refresh(Place where)
 {
-    const std::optional<Spot> spot = focusSpot();
-    const int top = topRow();
-    const int cut = verticalScrollBar()->value() - top * m_rowHeight;
-    const auto first = m_shown.find(top);
-    const std::optional<std::int64_t> topKey = first == m_shown.end() ? std::nullopt : std::optional(first->second.key);
+    const std::optional<Spot> focus = focusSpot();
+    const int row = topRow();
+    const int cut = verticalScrollBar()->value() - row * m_rowHeight;
+    const bool end = isAtEnd();
+    const auto shown = m_shown.find(row);
+    std::optional<Spot> top;
+    if (where == Place::Keep && shown != m_shown.end()) {
+        top = Spot{row, shown->second.key};
+    }
 
     const QScopedValueRollback refilling(m_refilling, true);
     fitBar();
     if (where == Place::Top) {
         verticalScrollBar()->setValue(0);
-    } else if (const int row = topKey ? findKey(*topKey, top) : -1; row >= 0) {
-        verticalScrollBar()->setValue(row * m_rowHeight + cut);
+    } else {
+        scrollTo(end, top, cut);
     }
+    adoptRows(focus);
+    const int count = m_source.rowCount();
+    m_tabStop = m_followsEnd ? std::max(0, count - 1) : m_tabStop;
+    const QPointer<QWidget> like = focus ? QApplication::focusWidget() : nullptr;
+    place();
+    viewport()->update();
+    // The row with the keyboard is gone: the keyboard goes to what stands in its place.
+    const int heir = focus ? m_source.findRow(focus->key, focus->row) : 0;
+    if (focus && count > 0 && !has(*focus, heir)) {
+        focusRow(std::min(heir, count - 1), like);
+    }
+    if (moveTabStop()) {
+        orderTabs();
+    }
+    tidySpares();
+}
 
-    // Each row keeps its widget as long as it is in view, and with it hover, focus and a pressed button.
-    std::multimap<std::int64_t, QWidget *> known;
+void LongList::scrollTo(bool end, const std::optional<Spot> &top, int cut)
+{
+    QScrollBar *const bar = verticalScrollBar();
+    if (end) {
+        bar->setValue(bar->maximum());
+    } else if (top) {
+        bar->setValue(heightOf(m_source.findRow(top->key, top->row)) + cut);
+    }
+}
+
+/// Each row keeps its widget as long as it is in view, and with it hover, focus and a pressed button.
+void LongList::adoptRows(const std::optional<Spot> &focus)
+{
+    std::multimap<QString, QWidget *> known;
     for (const auto &[row, shown] : std::exchange(m_shown, {})) {
         known.emplace(shown.key, shown.widget);
     }
@@ -162,13 +175,14 @@ void LongList::refresh(Place where)
             known.erase(found);
         }
     };
-    const int from = std::min(topRow(), std::max(0, m_source.rowCount() - 1));
-    const int until = std::min(m_source.rowCount(), from + rowsInView() + 2);
+    const int count = m_source.rowCount();
+    const int from = std::min(topRow(), std::max(0, count - 1));
+    const int until = std::min(count, from + rowsInView() + 2);
     for (int row = from; row < until; ++row) {
         adopt(row);
     }
-    const int focused = spot ? findKey(spot->key, spot->row) : -1;
-    if (focused >= 0 && !m_shown.contains(focused)) {
+    const int focused = focus ? m_source.findRow(focus->key, focus->row) : count;
+    if (focused < count && !m_shown.contains(focused)) {
         adopt(focused);
     }
     for (const auto &[key, widget] : known) {
@@ -177,14 +191,6 @@ void LongList::refresh(Place where)
     for (const auto &[row, shown] : m_shown) {
         m_source.fillRow(shown.widget, row);
     }
-    const QPointer<QWidget> like = spot ? QApplication::focusWidget() : nullptr;
-    place();
-    viewport()->update();
-    // The row with the keyboard is gone: the keyboard goes to what stands in its place.
-    if (spot && focused < 0 && m_source.rowCount() > 0) {
-        focusRow(std::min(spot->row, m_source.rowCount() - 1), like);
-    }
-    tidySpares();
 }
 
 void LongList::fitBar()
@@ -205,16 +211,6 @@ void LongList::showRow(int row)
     }
 }
 
-void LongList::watch(QWidget *row)
-{
-    row->installEventFilter(this);
-    for (QWidget *const part : row->findChildren<QWidget *>()) {
-        if (part->focusPolicy() != Qt::NoFocus) {
-            part->installEventFilter(this);
-        }
-    }
-}
-
 QWidget *LongList::takeSpare()
 {
     if (m_spare.empty()) {
@@ -230,7 +226,10 @@ QWidget *LongList::takeSpare()
 
 void LongList::put(int row, QWidget *widget)
 {
-    widget->setGeometry(0, row * m_rowHeight - verticalScrollBar()->value(), viewport()->width(), m_rowHeight);
+    const int y = row * m_rowHeight - verticalScrollBar()->value();
+    // What has the keyboard out of sight is just out of sight: coordinates have their limits.
+    const int top = std::clamp(y, -m_rowHeight, std::max(-m_rowHeight, viewport()->height()));
+    widget->setGeometry(0, top, viewport()->width(), m_rowHeight);
     widget->show();
 }
 
@@ -268,7 +267,7 @@ void LongList::place()
     if (!m_refilling) {
         tidySpares();
     }
-    if (changed || m_refilling) {
+    if (moveTabStop() || changed || m_refilling) {
         orderTabs();
     }
 }
@@ -278,103 +277,6 @@ void LongList::tidySpares()
     for (QWidget *const spare : m_spare) {
         spare->hide();
     }
-}
-
-/// Tab goes through the buttons as they stand, wherever in the window the list is: what was made last would come last.
-void LongList::orderTabs()
-{
-    QWidget *before = previousInFocusChain();
-    while (before != this && ((before->focusPolicy() & Qt::TabFocus) == 0 || isAncestorOf(before))) {
-        before = before->previousInFocusChain();
-    }
-    for (const auto &[row, shown] : m_shown) {
-        for (QAbstractButton *const button : shown.widget->findChildren<QAbstractButton *>()) {
-            QWidget::setTabOrder(before, button);
-            before = button;
-        }
-    }
-}
-
-void LongList::focusRow(int row, const QWidget *like)
-{
-    showRow(row);
-    QWidget *const widget = widgetOf(row);
-    if (widget == nullptr) {
-        return;
-    }
-    QWidget *const target = counterpart(widget, like);
-    target->setFocus(Qt::TabFocusReason);
-}
-
-bool LongList::moveFocus(const QWidget *from, int key)
-{
-    const int row = rowOf(from);
-    const int last = m_source.rowCount() - 1;
-    if (row < 0) {
-        return false;
-    }
-    const int page = std::max(1, rowsInView() - 1);
-    int target = 0;
-    switch (key) {
-    case Qt::Key_Up:
-        target = row - 1;
-        break;
-    case Qt::Key_Down:
-        target = row + 1;
-        break;
-    case Qt::Key_PageUp:
-        target = row - page;
-        break;
-    case Qt::Key_PageDown:
-        target = row + page;
-        break;
-    case Qt::Key_Home:
-        break;
-    case Qt::Key_End:
-        target = last;
-        break;
-    case Qt::Key_Left:
-    case Qt::Key_Right: {
-        const std::vector<QAbstractButton *> buttons = buttonsIn(m_shown.at(row).widget);
-        const auto at = std::ranges::find(buttons, from);
-        const bool forward = (key == Qt::Key_Right) != isRightToLeft();
-        if (at == buttons.end() || (forward ? at + 1 == buttons.end() : at == buttons.begin())) {
-            return true;
-        }
-        (*(forward ? at + 1 : at - 1))->setFocus(Qt::TabFocusReason);
-        return true;
-    }
-    default:
-        return false;
-    }
-    focusRow(std::clamp(target, 0, last), from);
-    return true;
-}
-
-bool LongList::eventFilter(QObject *watched, QEvent *event)
-{
-    auto *const widget = qobject_cast<QWidget *>(watched);
-    if (widget == nullptr || m_refilling) {
-        return QAbstractScrollArea::eventFilter(watched, event);
-    }
-    if (event->type() == QEvent::KeyPress) {
-        const auto *const key = static_cast<QKeyEvent *>(event);
-        const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-        if (plain && widget == QApplication::focusWidget() && moveFocus(widget, key->key())) {
-            return true;
-        }
-    } else if (event->type() == QEvent::FocusIn) {
-        const auto reason = static_cast<QFocusEvent *>(event)->reason();
-        const bool byKey = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
-        if (const int row = rowOf(widget); byKey && row >= 0) {
-            showRow(row);
-        }
-    } else if (event->type() == QEvent::FocusOut) {
-        // A row that was held only for the keyboard is let go once the keyboard has arrived elsewhere.
-        QMetaObject::invokeMethod(
-            this, [this] { place(); }, Qt::QueuedConnection);
-    }
-    return QAbstractScrollArea::eventFilter(watched, event);
 }
 
 void LongList::scrollContentsBy(int, int)
@@ -388,7 +290,9 @@ void LongList::scrollContentsBy(int, int)
 void LongList::resizeEvent(QResizeEvent *event)
 {
     QAbstractScrollArea::resizeEvent(event);
+    const bool end = isAtEnd();
     fitBar();
+    scrollTo(end, std::nullopt, 0);
     place();
 }
 
@@ -400,6 +304,9 @@ bool LongList::viewportEvent(QEvent *event)
         const int last = std::min(m_source.rowCount() - 1, first + rowsInView() + 1);
         for (int row = std::max(1, first); row <= last; ++row) {
             const int y = row * m_rowHeight - verticalScrollBar()->value();
+            if (y <= 0) {
+                continue; // on top of the list lies the line of what is above it
+            }
             paintHairline(painter, QRectF(0, y, viewport()->width(), 1), m_line);
         }
         return true;

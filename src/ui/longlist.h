@@ -6,8 +6,8 @@
 
 #include <QAbstractScrollArea>
 #include <QPointer>
+#include <QString>
 
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <vector>
@@ -24,7 +24,10 @@ public:
 
     [[nodiscard]] virtual int rowCount() const = 0;
     /// Tells a row from others when the list comes anew. Rows with equal keys are taken in their order.
-    [[nodiscard]] virtual std::int64_t rowKey(int row) const = 0;
+    [[nodiscard]] virtual QString rowKey(int row) const = 0;
+    /// The row with this key that is nearest to where it was; when it is gone, the one that has taken its place, which
+    /// may be past the last. Asks row after row: a source that knows its order better finds it sooner.
+    [[nodiscard]] virtual int findRow(const QString &key, int near) const;
     /// A row widget, empty yet.
     [[nodiscard]] virtual QWidget *makeRow() = 0;
     /// Has a row widget show what `row` says; it may have shown another row before.
@@ -36,7 +39,7 @@ public:
 ///
 /// Up, Down, Page Up, Page Down, Home and End move the keyboard from row to row, Left and Right along a row. The row
 /// with the keyboard keeps its widget even when it is scrolled out of sight, so that Enter never meets another row.
-class LongList final : public QAbstractScrollArea {
+class LongList : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
@@ -46,6 +49,10 @@ public:
 
     /// The line between two rows, on a surface that asks for another colour than the palette's line, or for none.
     void setLineColour(const QColor &colour) { m_line = colour; }
+    /// Has Tab go to one row only and on from there: the one that had the keyboard last, as long as it is in view.
+    void setOneTabStop();
+    /// Has the list begin at its end, and stay there when rows are added while it is there.
+    void setFollowsEnd() { m_followsEnd = true; }
     /// The height at which nothing is left to scroll, and that of `count` rows.
     [[nodiscard]] int fullHeight() const;
     [[nodiscard]] int heightOf(int count) const;
@@ -69,24 +76,30 @@ protected:
 private:
     struct Shown {
         QWidget *widget = nullptr;
-        std::int64_t key = 0;
+        QString key;
     };
-    /// Where the keyboard is: a row and a button in it.
+    /// Where the keyboard is.
     struct Spot {
         int row = 0;
-        std::int64_t key = 0;
+        QString key;
     };
 
     void fitBar();
+    [[nodiscard]] bool isAtEnd() const;
+    void scrollTo(bool end, const std::optional<Spot> &top, int cut);
+    void adoptRows(const std::optional<Spot> &focus);
     void place();
     void put(int row, QWidget *widget);
     [[nodiscard]] QWidget *takeSpare();
     void tidySpares();
     void orderTabs();
+    bool moveTabStop();
     [[nodiscard]] int topRow() const;
-    [[nodiscard]] int findKey(std::int64_t key, int near) const;
+    [[nodiscard]] bool has(const Spot &spot, int row) const;
     [[nodiscard]] std::optional<Spot> focusSpot() const;
     [[nodiscard]] int rowOf(const QWidget *inside) const;
+    void moveAlong(const QWidget *row, const QWidget *from, bool forward);
+    [[nodiscard]] std::optional<int> rowAfter(int row, int key) const;
     bool moveFocus(const QWidget *from, int key);
     void focusRow(int row, const QWidget *like);
     void watch(QWidget *row);
@@ -96,6 +109,9 @@ private:
     int m_rowHeight;
     std::map<int, Shown> m_shown;
     std::vector<QWidget *> m_spare;
+    int m_tabStop = 0;
+    bool m_oneTabStop = false;
+    bool m_followsEnd = false;
     bool m_refilling = false;
 };
 

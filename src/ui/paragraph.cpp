@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/paragraph.h"
 
+#include "ui/direction.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -77,7 +80,7 @@ struct LineSetter {
     const QFontMetricsF metrics;
     QRectF area;
 
-    /// Draws one line; left, right or centred within the area, on a whole baseline of the device.
+    /// Draws one line; at the beginning, the end or the middle of the area, on a whole baseline of the device.
     void draw(const QString &text, int line) const
     {
         const qreal height = lineHeight(paragraph.type);
@@ -85,12 +88,14 @@ struct LineSetter {
         const qreal baseline = area.top() + line * height + inset + metrics.ascent();
         qreal left = area.left();
         const qreal room = area.width() - metrics.horizontalAdvance(text);
-        if (paragraph.alignment & Qt::AlignRight) {
+        const Qt::Alignment alignment = QStyle::visualAlignment(directionOf(painter), paragraph.alignment);
+        if (alignment & Qt::AlignRight) {
             left += room;
-        } else if (paragraph.alignment & Qt::AlignHCenter) {
+        } else if (alignment & Qt::AlignHCenter) {
             left += room / 2.0;
         }
-        painter.drawText(QPointF(left, std::round(baseline)), text);
+        // Letters between two pixels would look different at every place of the line.
+        drawLine(painter, QPointF(std::floor(left), std::round(baseline)), text);
     }
 };
 

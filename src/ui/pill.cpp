@@ -4,6 +4,7 @@
 
 #include "ui/accessible.h"
 #include "ui/agenttext.h"
+#include "ui/direction.h"
 #include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/tooltip.h"
@@ -84,8 +85,7 @@ void Pill::paintEvent(QPaintEvent *)
     paintSurface(painter, rect(), radius, m_bg, m_outlined ? QColor(Theme::line) : QColor());
     painter.setPen(m_fg);
     const QRect room = rect().adjusted(padding, 0, -padding, 0);
-    painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(shownText(), Qt::ElideRight, room.width() + 1));
+    drawLine(painter, room, Qt::AlignCenter, fontMetrics().elidedText(shownText(), Qt::ElideRight, room.width() + 1));
 }
 
 bool Pill::event(QEvent *event)

@@ -2,25 +2,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/popuprows.h"
 
+#include "ui/direction.h"
 #include "ui/icons.h"
 #include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/type.h"
 
 #include <QPainter>
+#include <QStyle>
 #include <QStyleOption>
 
 namespace quillfen {
 namespace {
 
 /// One row of a menu or of a popup's list: its fill while highlighted and the mark of the current choice.
-void paintRowGround(QPainter &painter, const QRect &rect, bool highlighted, bool current)
+void paintRowGround(QPainter &painter, const QRect &rect, Qt::LayoutDirection direction, bool highlighted, bool current)
 {
     if (highlighted) {
         paintSurface(painter, rect.adjusted(4, 0, -4, 0), 6, Theme::panel);
     }
     if (current) {
-        paintSurface(painter, QRectF(rect.left() + 6, rect.center().y() - 7, 3, 16), 1.5, Theme::accent);
+        const QRect mark(rect.left() + 6, rect.center().y() - 7, 3, 16);
+        paintSurface(painter, QStyle::visualRect(direction, rect, mark), 1.5, Theme::accent);
     }
 }
 
@@ -34,19 +37,19 @@ void paintMenuItem(QPainter &painter, const QStyleOptionMenuItem &item)
         return;
     }
     const bool enabled = item.state.testFlag(QStyle::State_Enabled);
-    paintRowGround(painter, item.rect, enabled && item.state.testFlag(QStyle::State_Selected), item.checked);
+    paintRowGround(painter, item.rect, item.direction, enabled && item.state.testFlag(QStyle::State_Selected),
+                   item.checked);
     const QRect area = item.rect.adjusted(popupRowPadding, 0, -popupRowPadding, 0);
     const QString label = item.text.section(u'\t', 0, 0);
     const QString keys = item.text.section(u'\t', 1);
     painter.setFont(font(Type::Body));
     painter.setPen(enabled ? Theme::heading : Theme::muted);
-    painter.drawText(
-        area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextHideMnemonic, label);
+    drawLine(painter, area, Qt::AlignLeft | Qt::AlignVCenter, label, Qt::TextHideMnemonic);
     painter.setPen(enabled ? Theme::text : Theme::muted);
-    painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter) | Qt::TextSingleLine, keys);
+    drawLine(painter, area, Qt::AlignRight | Qt::AlignVCenter, keys);
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu) {
-        paintIcon(painter, Icon::ChevronRight, QRectF(item.rect.right() - 24, item.rect.center().y() - 7, 16, 16),
-                  Theme::text);
+        const QRect chevron(item.rect.right() - 24, item.rect.center().y() - 7, 16, 16);
+        paintIcon(painter, Icon::ChevronRight, QStyle::visualRect(item.direction, item.rect, chevron), Theme::text);
     }
 }
 
@@ -55,12 +58,12 @@ void paintPopupItem(QPainter &painter, const QStyleOptionViewItem &item, bool cu
     const bool highlighted = item.state & (QStyle::State_Selected | QStyle::State_MouseOver);
     // The list stands 4 within its frame, so that it leaves the frame's round corners alone.
     const QRect row = item.rect.adjusted(-4, 0, 4, 0);
-    paintRowGround(painter, row, highlighted, current);
+    paintRowGround(painter, row, item.direction, highlighted, current);
     const QRect area = row.adjusted(popupRowPadding, 0, -popupRowPadding, 0);
     painter.setFont(font(current ? Type::BodyMedium : Type::Body));
     painter.setPen(item.state.testFlag(QStyle::State_Enabled) ? Theme::heading : Theme::muted);
-    painter.drawText(area, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(item.text, Qt::ElideRight, area.width()));
+    drawLine(painter, area, Qt::AlignLeft | Qt::AlignVCenter,
+             painter.fontMetrics().elidedText(item.text, Qt::ElideRight, area.width()));
 }
 
 } // namespace quillfen

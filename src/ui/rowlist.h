@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ui/taborder.h"
+
 #include <QBoxLayout>
 #include <QPointer>
 #include <QWidget>
@@ -77,21 +79,16 @@ private:
     /// Tab goes through the rows as they stand, wherever in the window the list is: a new row would come last of all.
     void orderTabs()
     {
-        QWidget *const list = m_layout->parentWidget();
-        QWidget *before = list;
-        while (before != nullptr && (before->focusPolicy() & Qt::TabFocus) == 0) {
-            before = before->previousInFocusChain();
-            if (before == list) {
-                return;
-            }
-        }
-        for (int place = 0; before != nullptr && place < m_layout->count(); ++place) {
+        std::vector<QWidget *> controls;
+        for (int place = 0; place < m_layout->count(); ++place) {
             for (QWidget *const part : m_layout->itemAt(place)->widget()->findChildren<QWidget *>()) {
                 if ((part->focusPolicy() & Qt::TabFocus) != 0) {
-                    QWidget::setTabOrder(before, part);
-                    before = part;
+                    controls.push_back(part);
                 }
             }
+        }
+        if (m_layout->parentWidget() != nullptr) {
+            placeInTabOrder(m_layout->parentWidget(), controls);
         }
     }
 

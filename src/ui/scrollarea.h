@@ -10,7 +10,7 @@ namespace quillfen {
 inline constexpr int windowEdge = 6;
 
 /// Scrolls its widget up and down, never sideways. The scroll bar lies over the contents, so that nothing moves when it
-/// comes and goes. Without frame and background of its own.
+/// comes and goes. What takes the keyboard is scrolled into sight. Without frame and background of its own.
 class ScrollArea final : public QScrollArea {
     Q_OBJECT
 
@@ -21,6 +21,9 @@ public:
     void standOffWindowEdge();
 
     [[nodiscard]] QSize minimumSizeHint() const override;
+
+private:
+    void followFocus(const QWidget *before, QWidget *now);
 };
 
 } // namespace quillfen

@@ -3,22 +3,29 @@
 #include "ui/segmented.h"
 
 #include "ui/accessible.h"
+#include "ui/direction.h"
 #include "ui/label.h"
 #include "ui/paint.h"
 #include "ui/theme.h"
+#include "ui/tooltip.h"
 #include "ui/type.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace quillfen {
 
 namespace {
 
 constexpr int padding = 14;
+constexpr int leastPadding = 6; ///< where a part is narrower than it asks for
+constexpr int leastWidth = 64;
 constexpr int underlineInset = 12;
 
 /// One word of the choice.
@@ -30,7 +37,7 @@ public:
         setShortcut({}); // an "&" is no mnemonic here
         setCheckable(true);
         setFocusPolicy(Qt::TabFocus);
-        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+        setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
         setAttribute(Qt::WA_Hover);
         setProperty("focusRadius", 4);
         setAccessible(this, QAccessible::RadioButton, text);
@@ -43,7 +50,23 @@ public:
                 lineHeight(Type::BodySemibold)};
     }
 
+    // Where a window has no room for the whole, the words give way, and tell themselves in a tooltip.
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {std::min(sizeHint().width(), scaled(leastWidth)), lineHeight(Type::BodySemibold)};
+    }
+
 protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::ToolTip) {
+            const bool whole = shownText() == text();
+            showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), whole ? QString() : text(), this);
+            return true;
+        }
+        return QAbstractButton::event(event);
+    }
+
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
@@ -54,11 +77,18 @@ protected:
         }
         painter.setFont(quillfen::font(isChecked() ? Type::BodySemibold : Type::Body));
         painter.setPen(isEnabled() ? Theme::heading : Theme::muted);
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+        drawLine(painter, rect(), Qt::AlignCenter, shownText());
         if (isChecked()) {
             paintSurface(painter, QRectF(underlineInset, height() - 4, width() - 2 * underlineInset, 2), 1,
                          isEnabled() ? Theme::accent : Theme::muted);
         }
+    }
+
+private:
+    [[nodiscard]] QString shownText() const
+    {
+        const QFont &face = quillfen::font(isChecked() ? Type::BodySemibold : Type::Body);
+        return QFontMetrics(face).elidedText(text(), Qt::ElideRight, width() - 2 * leastPadding);
     }
 };
 
@@ -68,7 +98,7 @@ Segmented::Segmented(const QString &accessibleName, QWidget *parent)
     : QWidget(parent), m_layout(new QHBoxLayout(this)), m_parts(new QButtonGroup(this))
 {
     setAccessible(this, QAccessible::Grouping, accessibleName);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     setControlHeight(32);
     m_layout->setContentsMargins(2, 2, 2, 2);
     m_layout->setSpacing(0);

@@ -19,6 +19,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillfen {
 
@@ -30,6 +31,7 @@ constexpr int panelWidth = 504;
 constexpr int radius = 12;
 constexpr int fromTop = 52;
 constexpr int leastMargin = 24;
+constexpr int formMargin = 28 - sheetOverhang;
 constexpr int line = 1;
 constexpr auto fadeTime = 180ms;
 
@@ -49,8 +51,9 @@ Sheet::Sheet(QWidget *window, QWidget *content)
       m_scroll(new ScrollArea(this)), m_footBand(new QWidget(this)),
       m_footLayout(row({Stretch{}}, 8, {28, 16, 28, 20})), m_fade(new Fade(this, fadeTime))
 {
-    setAccessible(this, QAccessible::Dialog, content->accessibleName());
-    m_form->setLayout(column({content}, 0, {28, 24, 28, 20}));
+    setModalDialog(this);
+    setAccessibleName(content->accessibleName());
+    m_form->setLayout(column({content}, 0, {formMargin, 24, formMargin, 20}));
     m_scroll->setWidget(m_form);
     m_form->setAutoFillBackground(false); // as the scroll area has given it: it would square the panel's corners
     m_footBand->setLayout(m_footLayout);
@@ -65,15 +68,40 @@ Sheet::Sheet(QWidget *window, QWidget *content)
     // Whoever makes the sheet may yet add buttons and choose where the focus starts.
     QMetaObject::invokeMethod(this, &Sheet::focusFirst, Qt::QueuedConnection);
 
+    takeOver();
     place();
     raise();
     raiseAboveScrim(window);
     m_fade->fadeIn();
 }
 
+/// Takes from a screen reader what the scrim takes from the mouse.
+void Sheet::takeOver()
+{
+    const auto children = window()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    for (QWidget *child : children) {
+        const bool isOurs = child == this || child == m_scrim || child->property("aboveScrim").toBool();
+        if (!isOurs && !child->isWindow() && !child->testAttribute(Qt::WA_TransparentForMouseEvents) &&
+            !isInert(child)) {
+            setInert(child, true);
+            m_beneath.emplace_back(child);
+        }
+    }
+}
+
+void Sheet::giveBack()
+{
+    for (const QPointer<QWidget> &widget : std::exchange(m_beneath, {})) {
+        if (widget) {
+            setInert(widget, false);
+        }
+    }
+    giveFocusBack();
+}
+
 Sheet::~Sheet()
 {
-    giveFocusBack();
+    giveBack();
     if (m_scrim) {
         m_scrim->leave();
     }
@@ -81,7 +109,7 @@ Sheet::~Sheet()
 
 void Sheet::leave()
 {
-    giveFocusBack();
+    giveBack();
     if (m_scrim) {
         m_scrim->leave();
     }

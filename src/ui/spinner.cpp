@@ -19,6 +19,30 @@ constexpr double arc = 70.0;      // degrees
 
 } // namespace
 
+void paintSpinner(QPainter &painter, const QRectF &square, const QColor &colour)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    const double scale = square.width() / 14.0;
+    const double radius = 5.6 * scale;
+    const QRectF ring(square.center() - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+    painter.setPen(QPen(Theme::faded(colour, 0.25F), ringWidth * scale));
+    painter.drawEllipse(ring);
+
+    const auto now = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % turn);
+    const int at = reducedMotion() ? now * steps / turn * (turn / steps) : now;
+    const double angle = 90.0 - 360.0 * at / turn;
+    painter.setPen(QPen(colour, ringWidth * scale, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(ring, static_cast<int>(angle * 16), static_cast<int>(-arc * 16));
+    painter.restore();
+}
+
+std::chrono::milliseconds spinnerInterval()
+{
+    return std::chrono::milliseconds(reducedMotion() ? turn / steps : frame);
+}
+
 Spinner::Spinner(int size, QWidget *parent) : QWidget(parent), m_colour(Theme::ok)
 {
     setFixedSize(size, size);
@@ -38,23 +62,12 @@ void Spinner::setColour(const QColor &colour)
 void Spinner::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double scale = width() / 14.0;
-    const double radius = 5.6 * scale;
-    const QRectF ring(width() / 2.0 - radius, height() / 2.0 - radius, 2 * radius, 2 * radius);
-    painter.setPen(QPen(Theme::faded(m_colour, 0.25F), ringWidth * scale));
-    painter.drawEllipse(ring);
-
-    const auto now = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % turn);
-    const int at = reducedMotion() ? now * steps / turn * (turn / steps) : now;
-    const double angle = 90.0 - 360.0 * at / turn;
-    painter.setPen(QPen(m_colour, ringWidth * scale, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(ring, static_cast<int>(angle * 16), static_cast<int>(-arc * 16));
+    paintSpinner(painter, rect(), m_colour);
 }
 
 void Spinner::showEvent(QShowEvent *)
 {
-    m_timer.start(reducedMotion() ? turn / steps : frame);
+    m_timer.start(spinnerInterval());
 }
 
 void Spinner::hideEvent(QHideEvent *)

@@ -6,7 +6,16 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <chrono>
+
+class QPainter;
+
 namespace quillfen {
+
+/// Paints the arc of a spinner into a square as it stands at this moment, for lists that paint their rows themselves
+/// and again after each `spinnerInterval`.
+void paintSpinner(QPainter &painter, const QRectF &square, const QColor &colour);
+[[nodiscard]] std::chrono::milliseconds spinnerInterval();
 
 /// Something is under way: an arc that turns once in 900 ms, in eight steps where motion is unwanted. Turns only while
 /// it can be seen.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/statcell.h"
 
+#include "ui/direction.h"
 #include "ui/label.h"
 #include "ui/layout.h"
 #include "ui/paint.h"
@@ -40,7 +41,7 @@ void StatCell::paintEvent(QPaintEvent *)
         return;
     }
     QPainter painter(this);
-    paintHairline(painter, QRectF(0, 0, 1, height()), m_dark ? Theme::dLine : Theme::line);
+    paintHairline(painter, mirrored(*this, QRectF(0, 0, 1, height())), m_dark ? Theme::dLine : Theme::line);
 }
 
 QWidget *statRow(std::initializer_list<StatCell *> cells, QWidget *parent)

@@ -77,7 +77,8 @@ void TextField::applyMargins()
 {
     // One pixel more than the padding: the border's, so that a thicker border has its room already.
     const int side = padding() + 1 - lineEditMargin;
-    setTextMargins(side + (m_icon ? iconSize + iconGap : 0), 0, side, 0);
+    const int withIcon = side + (m_icon ? iconSize + iconGap : 0);
+    setTextMargins(isRightToLeft() ? QMargins(side, 0, withIcon, 0) : QMargins(withIcon, 0, side, 0));
 }
 
 void TextField::applyColours()
@@ -97,6 +98,8 @@ void TextField::changeEvent(QEvent *event)
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::EnabledChange) {
         update();
+    } else if (event->type() == QEvent::LayoutDirectionChange) {
+        applyMargins();
     }
 }
 

@@ -18,6 +18,7 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QMimeData>
+#include <QPlatformSurfaceEvent>
 #include <QPointer>
 #include <QScrollArea>
 #include <QTest>
@@ -241,6 +242,50 @@ TEST_F(Confirm, StandsInTheMiddleOfItsWindowOverAScrim)
     });
     EXPECT_FALSE(ask());
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window.findChild<Scrim *>(); }, 2000));
+}
+
+/// What the system's window of a dialog is told about its place.
+class PlaceWatch final : public QObject {
+public:
+    PlaceWatch() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *const one = qobject_cast<QWindow *>(watched);
+        if (one != nullptr && one->type() == Qt::Dialog && event->type() == QEvent::PlatformSurface &&
+            static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated) {
+            places.push_back(one->geometry());
+        }
+        return false;
+    }
+
+    QList<QRect> places;
+};
+
+TEST_F(Confirm, ItsWindowIsMadeWhereItStands)
+{
+    window.setGeometry(40, 20, 600, 500);
+    QApplication::processEvents();
+    const PlaceWatch watch;
+    QRect place;
+    during([&](QDialog &dialog) {
+        place = dialog.geometry();
+        click(dialog, u"Cancel"_s);
+    });
+    EXPECT_FALSE(ask());
+    EXPECT_EQ(watch.places, QList<QRect>{place}) << "moved later, it may lose a race against its window manager";
+}
+
+TEST_F(Confirm, IsModalToAssistiveTechnology)
+{
+    during([](QDialog &dialog) {
+        const QAccessibleInterface *const face = QAccessible::queryAccessibleInterface(&dialog);
+        EXPECT_EQ(face->role(), QAccessible::Dialog);
+        EXPECT_TRUE(face->state().modal);
+        EXPECT_TRUE(face->state().active);
+        click(dialog, u"Cancel"_s);
+    });
+    EXPECT_FALSE(ask());
 }
 
 TEST_F(Confirm, BlocksItsCallerWhileTheProgramGoesOn)

@@ -151,6 +151,22 @@ TEST_F(DateTimeFieldTest, TheWheelLeavesItAlone)
     EXPECT_TRUE(edits.isEmpty());
 }
 
+TEST_F(DateTimeFieldTest, ANoteThatComesOrGoesLeavesTheCursorWhereItIs)
+{
+    auto *const line = field->findChild<QLineEdit *>();
+    field->setSelectedSection(QDateTimeEdit::HourSection);
+    for (const QString &note : {u"CEST"_s, u"CET"_s, QString()}) {
+        field->setNote(note);
+        EXPECT_EQ(field->currentSection(), QDateTimeEdit::HourSection) << note.toStdString();
+        EXPECT_EQ(line->selectedText(), u"11"_s) << note.toStdString();
+    }
+    QTest::keyClick(field, Qt::Key_Up);
+    EXPECT_EQ(field->text(), u"Nov 20, 2026 · 12:06"_s);
+    field->setSelectedSection(QDateTimeEdit::MonthSection);
+    field->setNote(u"CET"_s);
+    EXPECT_EQ(line->selectedText(), u"Nov"_s) << "the first part, too";
+}
+
 TEST_F(DateTimeFieldTest, TabLeavesAtOnce)
 {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

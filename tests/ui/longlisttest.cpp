@@ -3,6 +3,7 @@
 #include "ui/longlist.h"
 
 #include "kittest.h"
+#include "ui/scrollarea.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>
@@ -55,13 +56,15 @@ public:
     }
 
     [[nodiscard]] int rowCount() const override { return static_cast<int>(keys.size()); }
-    [[nodiscard]] std::int64_t rowKey(int row) const override { return keys.at(static_cast<std::size_t>(row)); }
+    [[nodiscard]] QString rowKey(int row) const override { return QString::number(numberOf(row)); }
     [[nodiscard]] QWidget *makeRow() override
     {
         ++made;
         return new TestRow;
     }
-    void fillRow(QWidget *widget, int row) override { static_cast<TestRow *>(widget)->fill(rowKey(row)); }
+    void fillRow(QWidget *widget, int row) override { static_cast<TestRow *>(widget)->fill(numberOf(row)); }
+
+    [[nodiscard]] std::int64_t numberOf(int row) const { return keys.at(static_cast<std::size_t>(row)); }
 
     std::vector<std::int64_t> keys;
     int made = 0;
@@ -244,6 +247,37 @@ TEST_F(LongListTest, ArrowsGoFromRowToRowAndScroll)
     EXPECT_EQ(inView().front(), 0);
     key(Qt::Key_Up);
     EXPECT_EQ(focusRow(), u"0 Second"_s);
+}
+
+TEST_F(LongListTest, OnABoardThatScrollsTheRowWithTheKeyboardIsInSight)
+{
+    open(6, 240);
+    auto *const board = new QWidget;
+    auto *const layout = new QVBoxLayout(board);
+    list->setFixedHeight(240);
+    layout->addSpacing(60);
+    layout->addWidget(list);
+    auto *const area = new ScrollArea(&window);
+    area->setWidget(board);
+    area->setGeometry(0, 24, 400, 140);
+    area->show();
+    const auto sees = [&] {
+        const QWidget *const focus = QApplication::focusWidget();
+        const QRect place(focus->mapTo(area->viewport(), QPoint()), focus->size());
+        return area->viewport()->rect().contains(place);
+    };
+    row(0)->first->setFocus(Qt::TabFocusReason);
+    for (const Qt::Key each : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_End, Qt::Key_Home}) {
+        key(each);
+        EXPECT_TRUE(sees()) << focusRow().toStdString();
+    }
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+    before->setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(area->verticalScrollBar()->value(), area->verticalScrollBar()->maximum());
+    QWidget::setTabOrder(before, row(0)->first);
+    key(Qt::Key_Tab);
+    ASSERT_EQ(focusRow(), u"0 First"_s);
+    EXPECT_TRUE(sees()) << "also where Tab comes in from outside";
 }
 
 TEST_F(LongListTest, TheRowWithTheKeyboardIsNeverExchanged)

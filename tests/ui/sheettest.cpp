@@ -3,6 +3,7 @@
 #include "ui/sheet.h"
 
 #include "kittest.h"
+#include "ui/accessible.h"
 #include "ui/buttons.h"
 #include "ui/layout.h"
 #include "ui/scrim.h"
@@ -125,6 +126,42 @@ TEST_F(SheetTest, FocusThatStraysIsBroughtBack)
     size->setFocus();
     opener->setFocus();
     EXPECT_TRUE(size->hasFocus());
+}
+
+TEST_F(SheetTest, IsModalToAssistiveTechnologyAndWhatIsBeneathIsOutOfItsReach)
+{
+    auto *const screen = new QWidget(&window);
+    screen->setGeometry(0, 100, 600, 400);
+    auto *const beneath = new Button(u"Delete volume…"_s, DangerButtonStyle{}, screen);
+    auto *const toast = new QWidget(&window);
+    setAccessible(toast, QAccessible::AlertMessage, u"deleted"_s);
+    toast->setProperty("aboveScrim", true);
+    const QSignalSpy pressed(beneath, &QAbstractButton::clicked);
+    const auto act = [&](const QString &action) {
+        tree(*beneath)->actionInterface()->doAction(action);
+        QApplication::processEvents();
+    };
+
+    open();
+    EXPECT_TRUE(tree(*sheet)->state().modal);
+    EXPECT_FALSE(tree(*sheet)->state().invisible);
+    EXPECT_TRUE(tree(*screen)->state().invisible);
+    EXPECT_EQ(tree(*screen)->childCount(), 0);
+    EXPECT_EQ(tree(*screen)->child(0), nullptr);
+    EXPECT_TRUE(tree(*beneath)->state().invisible) << "for one who knows it from before";
+    EXPECT_FALSE(tree(*toast)->state().invisible);
+    EXPECT_FALSE(tree(*controls)->state().invisible);
+    act(QAccessibleActionInterface::pressAction());
+    act(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(pressed.isEmpty());
+    EXPECT_TRUE(name->hasFocus());
+
+    sheet->leave();
+    EXPECT_FALSE(tree(*screen)->state().invisible);
+    EXPECT_EQ(tree(*screen)->childCount(), 1);
+    EXPECT_FALSE(tree(*beneath)->state().invisible);
+    act(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(pressed.size(), 1);
 }
 
 TEST_F(SheetTest, OwnerMayChooseWhereFocusStarts)

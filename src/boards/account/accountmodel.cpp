@@ -3,6 +3,8 @@
 #include "accountmodel.h"
 
 #include "engineoperations.h"
+#include "state/ask.h"
+#include "state/recordlists.h"
 
 #include <optional>
 #include <utility>
@@ -62,9 +64,10 @@ QCoro::Task<> AccountModel::loadTokens()
 {
     const auto self = shared_from_this();
     const std::uint64_t generation = ++m_tokenLoads;
-    std::optional<json::value> answer = co_await answerOrNothing("auth.tokens.list");
+    const json::object none;
+    std::optional<json::value> answer = co_await answerOrNothing(m_state, "auth.tokens.list", none);
     if (answer && generation == m_tokenLoads) {
-        tokens = records(object(&*answer).if_contains("tokens"));
+        tokens = takeRecords(std::move(*answer), "tokens");
     }
 }
 
@@ -72,25 +75,11 @@ QCoro::Task<> AccountModel::loadAppliances()
 {
     const auto self = shared_from_this();
     const std::uint64_t generation = ++m_applianceLoads;
-    std::optional<json::value> answer = co_await answerOrNothing("appliance.list");
+    const json::object none;
+    std::optional<json::value> answer = co_await answerOrNothing(m_state, "appliance.list", none);
     if (answer && generation == m_applianceLoads) {
         appliances = takeRecords(std::move(*answer));
     }
-}
-
-QCoro::Task<std::optional<json::value>> AccountModel::answerOrNothing(std::string method)
-{
-    const auto self = shared_from_this();
-    const json::object none;
-    const RPC::Seconds limit = 60s;
-    std::optional<json::value> answer;
-    try {
-        answer = co_await m_state->rpc().call(method, none, limit);
-    } catch (const RPCError &) {
-        // What could not be read stays as it was.
-        answer.reset();
-    }
-    co_return answer;
 }
 
 QCoro::Task<std::optional<json::value>> AccountModel::once(Action action)

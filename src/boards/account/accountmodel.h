@@ -53,7 +53,6 @@ public:
 private:
     QCoro::Task<> loadTokens();
     QCoro::Task<> loadAppliances();
-    QCoro::Task<std::optional<json::value>> answerOrNothing(std::string method);
     /// Performs it unless the same runs already: two codes for one impatient click, or a refusal behind a success,
     /// help nobody.
     QCoro::Task<std::optional<json::value>> once(Action action);

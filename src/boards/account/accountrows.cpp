@@ -40,16 +40,16 @@ QString orDash(const QString &value)
     return value.isEmpty() ? u"—"_s : value;
 }
 
-EngineTexts::Offer offerOf(const EngineTexts &texts, const Operations &operations)
+EngineTexts::Offer offerOf(const EngineTexts &texts, const Activity &activity)
 {
     using Offer = EngineTexts::Offer;
-    if (operations.find(EngineOperation::stopSafely) != nullptr) {
+    if (activity.find(EngineOperation::stopSafely) != nullptr) {
         return Offer::Stop;
     }
-    if (operations.find(EngineOperation::setUp) != nullptr) {
+    if (activity.find(EngineOperation::setUp) != nullptr) {
         return Offer::SetUp;
     }
-    if (operations.find(EngineOperation::startUp) != nullptr) {
+    if (activity.find(EngineOperation::startUp) != nullptr) {
         return Offer::Start;
     }
     return texts.running ? Offer::Stop : texts.exists ? Offer::Start : Offer::SetUp;
@@ -81,7 +81,7 @@ TokenTexts tokenTexts(const Record &token, const QString &computer)
     return texts;
 }
 
-EngineTexts engineTexts(const Record &engine, const Operations &operations)
+EngineTexts engineTexts(const Record &engine, const Activity &activity)
 {
     EngineTexts texts;
     const QString status = str(engine, "status");
@@ -93,7 +93,7 @@ EngineTexts engineTexts(const Record &engine, const Operations &operations)
     texts.disk = orDash(str(engine, "disk"));
     texts.docker = orDash(str(engine, "docker"));
     texts.engine = limactl.isEmpty() ? orDash(limactl) : Words::tr("limactl %1").arg(limactl);
-    texts.offer = offerOf(texts, operations);
+    texts.offer = offerOf(texts, activity);
     return texts;
 }
 

@@ -37,7 +37,7 @@ struct EngineTexts {
 [[nodiscard]] TokenTexts tokenTexts(const Record &token, const QString &computer);
 
 /// A button whose action runs stays in its place until that has ended, whatever the engine says meanwhile.
-[[nodiscard]] EngineTexts engineTexts(const Record &engine, const Operations &operations);
+[[nodiscard]] EngineTexts engineTexts(const Record &engine, const Activity &activity);
 
 /// Whether an appliance of this status runs.
 [[nodiscard]] bool isUp(const QString &status);

@@ -61,10 +61,7 @@ public:
     Records appliances;
 
     [[nodiscard]] int rowCount() const override { return static_cast<int>(appliances.size()); }
-    [[nodiscard]] std::int64_t rowKey(int row) const override
-    {
-        return static_cast<std::int64_t>(qHash(str(appliances[row], "container")));
-    }
+    [[nodiscard]] QString rowKey(int row) const override { return str(appliances[row], "container"); }
     [[nodiscard]] QWidget *makeRow() override { return new ApplianceRow; }
     void fillRow(QWidget *widget, int row) override
     {

@@ -40,7 +40,7 @@ constexpr int appliancesShare = 52;
 EngineCard::EngineCard(std::shared_ptr<AccountModel> model, QWidget *parent)
     : QWidget(parent), m_model(std::move(model)), m_card(new Card),
       m_observer(
-          {&m_model->state().vm, &m_model->state().localAppliances, &m_model->state().operations.running,
+          {&m_model->state().vm, &m_model->state().localAppliances, &m_model->state().activity.running,
            &m_model->appliances},
           [this] { render(); }, m_model->state().timing().frame)
 {
@@ -48,7 +48,7 @@ EngineCard::EngineCard(std::shared_ptr<AccountModel> model, QWidget *parent)
     m_card->addRow(details());
     m_card->addRow(new RunningList(
         m_model->state().shared_from_this(),
-        [](const RunningOperation &operation) { return EngineOperation::isOne(operation.method); }, this));
+        [](const RunningCall &call) { return !call.title.isEmpty() && EngineOperation::isOne(call.method); }, this));
     buildFoot();
     setLayout(column({m_card}));
     render();
@@ -117,7 +117,7 @@ void EngineCard::follow()
     const bool running = state.engineRunning();
     const std::optional<bool> wasRunning = std::exchange(m_wasRunning, running);
     const std::optional<QMap<QString, QString>> wasHere = std::exchange(m_wasHere, state.localAppliances());
-    const RunningOperation *const stop = state.operations.find(EngineOperation::stopSafely);
+    const RunningCall *const stop = state.activity.find(EngineOperation::stopSafely);
     const QString said = stop == nullptr ? QString() : stop->lastLine;
     const bool saysMore = std::exchange(m_wasSaid, said) != said && !said.isEmpty();
     if (saysMore || (wasRunning && *wasRunning != running) || (wasHere && *wasHere != state.localAppliances())) {
@@ -128,7 +128,7 @@ void EngineCard::follow()
 void EngineCard::render()
 {
     follow();
-    const EngineTexts texts = engineTexts(m_model->state().vm(), m_model->state().operations);
+    const EngineTexts texts = engineTexts(m_model->state().vm(), m_model->state().activity);
     m_status->setText(texts.status);
     m_status->setColours(texts.running ? Theme::okBg : Theme::panel2, texts.running  ? Theme::okText
                                                                       : texts.exists ? Theme::warn
@@ -146,10 +146,10 @@ void EngineCard::render()
 void EngineCard::renderButtons(const EngineTexts &texts)
 {
     using Offer = EngineTexts::Offer;
-    const Operations &operations = m_model->state().operations;
-    m_setUp->setRunning(operations.find(EngineOperation::setUp) != nullptr);
-    m_start->setRunning(operations.find(EngineOperation::startUp) != nullptr);
-    m_stop->setRunning(operations.find(EngineOperation::stopSafely) != nullptr);
+    const Activity &activity = m_model->state().activity;
+    m_setUp->setRunning(activity.find(EngineOperation::setUp) != nullptr);
+    m_start->setRunning(activity.find(EngineOperation::startUp) != nullptr);
+    m_stop->setRunning(activity.find(EngineOperation::stopSafely) != nullptr);
     const std::array offers{std::pair(m_setUp, Offer::SetUp), std::pair(m_start, Offer::Start),
                             std::pair(m_stop, Offer::Stop)};
     Button *const offered = std::ranges::find(offers, texts.offer, &std::pair<Button *, Offer>::second)->first;

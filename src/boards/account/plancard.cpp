@@ -18,6 +18,7 @@
 
 #include <QBoxLayout>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 
 #include <utility>
@@ -88,7 +89,9 @@ private:
         layout.setText(m_amount + m_of);
         layout.setFont(quillfen::font(Type::Body));
         layout.setFormats({amount});
-        layout.setTextOption(QTextOption(layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft));
+        QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+        option.setTextDirection(m_of.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+        layout.setTextOption(option);
         int height = 0;
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {

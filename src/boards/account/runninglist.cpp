@@ -12,11 +12,11 @@ namespace quillfen {
 
 using namespace std::chrono_literals;
 
-RunningList::RunningList(std::shared_ptr<AppState> state, std::function<bool(const RunningOperation &)> wanted,
+RunningList::RunningList(std::shared_ptr<AppState> state, std::function<bool(const RunningCall &)> wanted,
                          QWidget *parent)
     : QWidget(parent), m_state(std::move(state)), m_wanted(std::move(wanted)), m_layout(column({})), m_rows(m_layout),
       m_observer(
-          {&m_state->operations.running}, [this] { render(); }, m_state->timing().frame)
+          {&m_state->activity.running}, [this] { render(); }, m_state->timing().frame)
 {
     setLayout(m_layout);
     connect(&m_clock, &QTimer::timeout, this, &RunningList::render);
@@ -26,12 +26,12 @@ RunningList::RunningList(std::shared_ptr<AppState> state, std::function<bool(con
 
 void RunningList::render()
 {
-    QList<RunningOperation> shown;
-    std::ranges::copy_if(m_state->operations.running(), std::back_inserter(shown), m_wanted);
+    QList<RunningCall> shown;
+    std::ranges::copy_if(m_state->activity.running(), std::back_inserter(shown), m_wanted);
     m_rows.sync(
-        shown, [](const RunningOperation &operation) { return operation.id; },
-        [](const RunningOperation &) { return new RunningRow; },
-        [](RunningRow *row, const RunningOperation &operation) {
+        shown, [](const RunningCall &operation) { return operation.id; },
+        [](const RunningCall &) { return new RunningRow; },
+        [](RunningRow *row, const RunningCall &operation) {
             const QString since = tr("since %1 · %2").arg(timeOfDay(operation.since), elapsed(operation.since));
             row->setOperation(operation.title, since, operation.lastLine);
         });

@@ -21,7 +21,7 @@ class RunningList final : public QWidget {
     Q_OBJECT
 
 public:
-    RunningList(std::shared_ptr<AppState> state, std::function<bool(const RunningOperation &)> wanted, QWidget *parent);
+    RunningList(std::shared_ptr<AppState> state, std::function<bool(const RunningCall &)> wanted, QWidget *parent);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -31,7 +31,7 @@ private:
     void render();
 
     std::shared_ptr<AppState> m_state;
-    std::function<bool(const RunningOperation &)> m_wanted;
+    std::function<bool(const RunningCall &)> m_wanted;
     QBoxLayout *m_layout;
     RowList<std::uint64_t, RunningRow> m_rows;
     QTimer m_clock;

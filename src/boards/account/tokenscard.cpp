@@ -84,10 +84,7 @@ public:
     Records tokens;
 
     [[nodiscard]] int rowCount() const override { return static_cast<int>(tokens.size()); }
-    [[nodiscard]] std::int64_t rowKey(int row) const override
-    {
-        return static_cast<std::int64_t>(qHash(str(tokens[row], "token_id")));
-    }
+    [[nodiscard]] QString rowKey(int row) const override { return str(tokens[row], "token_id"); }
     [[nodiscard]] QWidget *makeRow() override
     {
         auto *const made = new TokenRow(m_columns);

@@ -3,6 +3,8 @@
 #include "advancedmodel.h"
 
 #include "aside.h"
+#include "state/action.h"
+#include "state/ask.h"
 
 #include <algorithm>
 #include <new>
@@ -42,13 +44,9 @@ QCoro::Task<> AdvancedModel::load()
 {
     const auto self = shared_from_this();
     const std::uint64_t generation = ++m_generation;
-    const json::object request;
-    std::optional<json::value> answer;
-    try {
-        answer = co_await m_state->rpc().call("methods.list", request, 60s);
-    } catch (const RPCError &) {
-        answer.reset(); // an empty list says enough; the agent's trouble shows elsewhere
-    }
+    const json::object none;
+    // Without an answer an empty list says enough; the agent's trouble shows elsewhere.
+    std::optional<json::value> answer = co_await answerOrNothing(m_state, "methods.list", none);
     if (generation != m_generation) {
         co_return;
     }
@@ -110,22 +108,19 @@ QCoro::Task<> AdvancedModel::run(QString method, json::object request)
     session->running.update([&method](QSet<QString> &running) { running.insert(method); });
 
     const auto begin = steady_clock::now();
-    const auto answer = std::make_shared<std::optional<json::value>>();
-    QString failure;
-    try {
-        *answer = co_await m_state->rpc().call(method.toStdString(), request, 600s);
-    } catch (const RPCError &error) {
-        failure = tr("error: %1").arg(error.message);
-    }
+    Action action = calling(method.toStdString(), std::move(request), 600s);
+    CallOutcome went = co_await attempt(m_state, std::move(action));
     RunOutcome outcome;
     outcome.method = method;
     outcome.took = std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - begin);
-    outcome.failed = !answer->has_value();
+    outcome.failed = !went.answer.has_value();
     if (outcome.failed) {
+        const QString failure = tr("error: %1").arg(went.words);
         outcome.text = std::make_shared<OutputText>(OutputText::ofWords(failure));
         finish(session, std::move(outcome));
         co_return;
     }
+    const auto answer = std::make_shared<std::optional<json::value>>(std::move(went.answer));
     // Writing out a large answer takes a while, and so does letting go of it: neither on this thread.
     aside(
         [answer] {

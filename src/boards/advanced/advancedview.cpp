@@ -6,6 +6,7 @@
 #include "methodslist.h"
 
 #include "state/start.h"
+#include "ui/direction.h"
 #include "ui/emptystate.h"
 #include "ui/hairline.h"
 #include "ui/label.h"
@@ -152,7 +153,8 @@ void AdvancedView::resizeEvent(QResizeEvent *event)
 void AdvancedView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    paintHairline(painter, QRectF(m_side->geometry().right() + 1, 0, 1, height()), Theme::line);
+    const QRectF line(m_side->width(), 0, 1, height());
+    paintHairline(painter, mirrored(*this, line), Theme::line);
 }
 
 } // namespace quillfen

@@ -50,6 +50,7 @@ JsonEditor::JsonEditor(const QString &accessibleName, QWidget *parent) : QWidget
     m_edit->document()->setDocumentMargin(2);
     usePlainColours(*m_edit);
     m_edit->installEventFilter(this);
+    setLayoutDirection(Qt::LeftToRight); // as JSON is written in every language
     setFocusProxy(m_edit);
     setAttribute(Qt::WA_Hover);
     setFixedHeight(scaled(editorHeight));

@@ -53,7 +53,7 @@ MethodPane::MethodPane(std::shared_ptr<AdvancedModel> model, QWidget *parent)
 
 void MethodPane::build()
 {
-    m_form->setContentsMargins(0, 0, barRoom, 0);
+    m_form->setContentsMargins(isRightToLeft() ? QMargins(barRoom, 0, 0, 0) : QMargins(0, 0, barRoom, 0));
     m_scroll->setWidget(m_form);
     m_form->setAutoFillBackground(false); // the scroll area turned it on
     m_form->installEventFilter(this);

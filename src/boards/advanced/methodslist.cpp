@@ -4,6 +4,9 @@
 
 #include "state/searchkey.h"
 #include "ui/agenttext.h"
+#include "ui/direction.h"
+#include "ui/paint.h"
+#include "ui/rowsview.h"
 #include "ui/theme.h"
 #include "ui/tooltip.h"
 #include "ui/type.h"
@@ -12,6 +15,7 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 
@@ -56,18 +60,18 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        const QRect row = option.rect.adjusted(0, 0, -barRoom, 0);
+        const QRect row = rowRect(option);
         const bool selected = option.state.testFlag(QStyle::State_Selected);
-        paintBelow(*painter, row, selected, option.state.testFlag(QStyle::State_MouseOver));
+        paintBelow(*painter, row, option.direction, selected, option.state.testFlag(QStyle::State_MouseOver));
         if (m_list.hasFocus() && m_list.currentIndex() == index) {
             painter->setPen(QPen(Theme::ok, 2));
             painter->setBrush(Qt::NoBrush);
             painter->drawRoundedRect(QRectF(row).adjusted(3, 3, -3, -4), 5, 5);
         }
         const AgentMethod &method = m_list.methods().method(index.row());
-        paintLine(*painter, titleRect(row), titleOf(method), font(selected ? Type::BodySemibold : Type::BodyMedium),
-                  Theme::heading);
-        paintLine(*painter, requestRect(row), lineOfAgentText(requestLine(method)), requestFont(),
+        paintLine(*painter, titleRect(row, option.direction), titleOf(method),
+                  font(selected ? Type::BodySemibold : Type::BodyMedium), Theme::heading);
+        paintLine(*painter, requestRect(row, option.direction), lineOfAgentText(requestLine(method)), requestFont(),
                   selected ? Theme::heading : Theme::text);
     }
 
@@ -78,7 +82,7 @@ public:
             return false;
         }
         const AgentMethod &method = m_list.methods().method(index.row());
-        const int width = titleRect(option.rect.adjusted(0, 0, -barRoom, 0)).width();
+        const int width = titleRect(rowRect(option), option.direction).width();
         const bool fits = QFontMetrics(font(Type::BodySemibold)).horizontalAdvance(titleOf(method)) <= width &&
                           QFontMetrics(requestFont()).horizontalAdvance(lineOfAgentText(requestLine(method))) <= width;
         if (fits) {
@@ -90,22 +94,30 @@ public:
     }
 
 private:
-    [[nodiscard]] static QRect titleRect(const QRect &row)
+    [[nodiscard]] static QRect rowRect(const QStyleOptionViewItem &option)
     {
-        return {row.left() + textLeft, row.top() + scaled(7), row.width() - textLeft - 12, lineHeight(Type::Body)};
+        return QStyle::visualRect(option.direction, option.rect, option.rect.adjusted(0, 0, -barRoom, 0));
     }
 
-    [[nodiscard]] static QRect requestRect(const QRect &row)
+    [[nodiscard]] static QRect titleRect(const QRect &row, Qt::LayoutDirection direction)
     {
-        return titleRect(row).translated(0, lineHeight(Type::Body));
+        const QRect title(row.left() + textLeft, row.top() + scaled(7), row.width() - textLeft - 12,
+                          lineHeight(Type::Body));
+        return QStyle::visualRect(direction, row, title);
     }
 
-    static void paintBelow(QPainter &painter, const QRect &row, bool selected, bool hovered)
+    [[nodiscard]] static QRect requestRect(const QRect &row, Qt::LayoutDirection direction)
+    {
+        return titleRect(row, direction).translated(0, lineHeight(Type::Body));
+    }
+
+    static void paintBelow(QPainter &painter, const QRect &row, Qt::LayoutDirection direction, bool selected,
+                           bool hovered)
     {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         if (!selected) {
-            painter.fillRect(row.left(), row.bottom(), row.width(), 1, Theme::line);
+            paintHairline(painter, QRectF(row.left(), row.bottom(), row.width(), 1), Theme::line);
         }
         if (selected || hovered) {
             painter.setBrush(selected ? Theme::panel : Theme::panel2);
@@ -114,8 +126,8 @@ private:
         if (selected) {
             const int markHeight = 18;
             painter.setBrush(Theme::accent);
-            painter.drawRoundedRect(QRectF(row.left() + 4, row.top() + (row.height() - markHeight) / 2, 3, markHeight),
-                                    1.5, 1.5);
+            const QRect mark(row.left() + 4, row.top() + (row.height() - markHeight) / 2, 3, markHeight);
+            painter.drawRoundedRect(QStyle::visualRect(direction, row, mark), 1.5, 1.5);
         }
     }
 
@@ -124,8 +136,8 @@ private:
     {
         painter.setFont(textFont);
         painter.setPen(colour);
-        painter.drawText(rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine,
-                         QFontMetrics(textFont).elidedText(text, Qt::ElideRight, rect.width()));
+        drawLine(painter, rect, Qt::AlignLeft | Qt::AlignVCenter,
+                 QFontMetrics(textFont).elidedText(text, Qt::ElideRight, rect.width()));
     }
 
     MethodsList &m_list;
@@ -196,20 +208,7 @@ MethodsList::MethodsList(QWidget *parent) : QListView(parent), m_methods(new Met
 {
     setModel(m_methods);
     setItemDelegate(new Delegate(this));
-    setUniformItemSizes(true);
-    setFrameShape(NoFrame);
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(SingleSelection);
-    setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFocusPolicy(Qt::TabFocus);
-    setProperty("ownFocus", true);
-    setMouseTracking(true);
-    verticalScrollBar()->setProperty("overlay", true); // see HouseStyle
-    QPalette colours = palette();
-    colours.setColor(QPalette::Base, Theme::bg);
-    setPalette(colours);
-    setAccessibleName(tr("Operations"));
+    dressRowsView(this, tr("Operations"));
 }
 
 void MethodsList::mark(const QString &name)

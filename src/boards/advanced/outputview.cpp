@@ -32,15 +32,16 @@ constexpr int barRoom = 12;
 constexpr int fewestRows = 4;
 constexpr float selectionShare = 0.22F;
 /// What is copied at once; more is made ready beside the window.
-constexpr std::size_t smallCopy = 256 * 1'024;
+constexpr std::size_t smallCopy = std::size_t{256} * 1'024;
 /// What a screen reader is given whole; of more it is given what is visible.
-constexpr std::size_t smallText = 64 * 1'024;
+constexpr std::size_t smallText = std::size_t{64} * 1'024;
 
 } // namespace
 
 OutputView::OutputView(const QString &accessibleName, QWidget *parent) : QAbstractScrollArea(parent)
 {
     setFrameShape(NoFrame);
+    setLayoutDirection(Qt::LeftToRight); // as JSON is written in every language
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalScrollBar()->setProperty("overlay", true); // see HouseStyle

@@ -7,6 +7,7 @@
 #include "ui/paint.h"
 #include "ui/radiorow.h"
 #include "ui/scrollarea.h"
+#include "ui/taborder.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>
@@ -122,6 +123,7 @@ ChoiceList::Slot &ChoiceList::slotOf(int index)
 void ChoiceList::fit()
 {
     const int wanted = m_count <= m_mostRows ? m_count : std::min(m_count, m_mostRows + 2 * spareRows);
+    const bool grows = slotCount() < wanted;
     while (slotCount() < wanted) {
         addSlot();
     }
@@ -129,9 +131,22 @@ void ChoiceList::fit()
         delete m_slots.back().row;
         m_slots.pop_back();
     }
+    if (grows) {
+        orderTabs();
+    }
     m_canvas->setMinimumHeight(std::max(m_count * step() - hairline, 0));
     m_canvas->setMaximumHeight(m_canvas->minimumHeight());
     setFixedHeight(std::max(std::min(m_count, m_mostRows) * step() - hairline, 0));
+}
+
+/// New widgets come last in the tab order of their window; these belong where the list stands.
+void ChoiceList::orderTabs()
+{
+    std::vector<QWidget *> rows;
+    for (const Slot &slot : m_slots) {
+        rows.push_back(slot.row);
+    }
+    placeInTabOrder(m_canvas, rows);
 }
 
 void ChoiceList::addSlot()
@@ -139,10 +154,6 @@ void ChoiceList::addSlot()
     auto *const row = new RadioRow(QString(), QString(), m_canvas);
     row->setTitleType(m_titleType);
     row->installEventFilter(this);
-    // New widgets come last in the tab order of the window; these belong together.
-    if (!m_slots.empty()) {
-        setTabOrder(m_slots.back().row, row);
-    }
     const std::size_t place = m_slots.size();
     connect(row, &QAbstractButton::clicked, this, [this, place] { Q_EMIT chosen(m_slots.at(place).index); });
     m_slots.push_back({row, -1, {}});

@@ -56,6 +56,7 @@ private:
 
     void fit();
     void addSlot();
+    void orderTabs();
     void bindRows();
     void bind(Slot &slot, int index);
     void moveTo(int index);

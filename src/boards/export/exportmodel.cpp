@@ -3,6 +3,8 @@
 #include "boards/export/exportmodel.h"
 
 #include "state/action.h"
+#include "state/ask.h"
+#include "state/recordlists.h"
 #include "state/start.h"
 
 #include <algorithm>
@@ -13,16 +15,6 @@ namespace quillfen {
 using namespace std::chrono_literals;
 
 namespace {
-
-std::vector<std::int64_t> idsOf(const Records &volumes)
-{
-    std::vector<std::int64_t> ids;
-    ids.reserve(static_cast<std::size_t>(volumes.size()));
-    for (const Record &volume : volumes) {
-        ids.push_back(num(volume, "id"));
-    }
-    return ids;
-}
 
 /// The options of an answer, without what is no option.
 Records optionsOf(const Record &answer)
@@ -58,9 +50,7 @@ ExportModel::ExportModel(std::shared_ptr<AppState> state) : m_state(std::move(st
 const Record *ExportModel::selectedVolume() const
 {
     const std::optional<std::int64_t> id = selected();
-    const Records &volumes = m_state->volumes();
-    const auto found = std::ranges::find_if(volumes, [id](const Record &volume) { return num(volume, "id") == id; });
-    return found == volumes.end() ? nullptr : &*found;
+    return id ? recordWithId(m_state->volumes(), *id) : nullptr;
 }
 
 bool ExportModel::canRequest() const
@@ -152,17 +142,12 @@ QCoro::Task<> ExportModel::loadOptions()
         co_return;
     }
     const json::object request = params("volume_id", *id, "region", region());
-    Record answered;
-    try {
-        const json::value answer = co_await m_state->rpc().call("export.media", request, 60s);
-        answered = object(&answer);
-    } catch (const RPCError &) {
-        // Without prices the board goes on waiting for them.
-        answered.clear();
-    }
+    const std::optional<json::value> answer = co_await answerOrNothing(m_state, "export.media", request);
     if (generation != m_prices) {
         co_return;
     }
+    // Without prices the board goes on waiting for them.
+    const Record &answered = object(answer ? &*answer : nullptr);
     const Records offered = optionsOf(answered);
     const bool isOffered =
         std::ranges::any_of(offered, [this](const Record &option) { return str(option, "medium") == medium(); });
@@ -200,15 +185,11 @@ QCoro::Task<std::optional<Record>> ExportModel::askForCopy(std::int64_t id)
 {
     const auto self = shared_from_this();
     const json::object request = params("volume_id", id);
+    // A volume whose copy cannot be learnt is left out.
+    std::optional<json::value> answer = co_await answerOrNothing(m_state, "volumes.export", request, 30s);
     std::optional<Record> copy;
-    try {
-        const json::value answer = co_await m_state->rpc().call("volumes.export", request, 30s);
-        if (answer.is_object()) {
-            copy = answer.get_object();
-        }
-    } catch (const RPCError &) {
-        // A volume whose copy cannot be learnt is left out.
-        copy.reset();
+    if (answer && answer->is_object()) {
+        copy = takeObject(std::move(*answer));
     }
     co_return copy;
 }

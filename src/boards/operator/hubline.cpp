@@ -3,6 +3,7 @@
 #include "boards/operator/hubline.h"
 
 #include "boards/operator/opmodel.h"
+#include "boards/operator/statepill.h"
 #include "ui/buttons.h"
 #include "ui/label.h"
 #include "ui/listrow.h"
@@ -48,7 +49,7 @@ const Columns &replicaColumns()
 
 HubLine::HubLine(QWidget *parent)
     : CellRow(hubColumns(), parent), m_name(new AgentLabel({}, Type::BodySemibold, Theme::heading)),
-      m_role(new Pill({}, Theme::panel, Theme::heading)), m_address(new AgentLabel({}, Type::Mono, Theme::text)),
+      m_role(statePill()), m_address(new AgentLabel({}, Type::Mono, Theme::text)),
       m_state(new StateText({}, Theme::muted)), m_sold(new AgentLabel({}, Type::Body, Theme::text)),
       m_poll(new Button(tr("Poll"), SecondaryButtonStyle{compact})),
       m_rescan(new Button(tr("Rescan"), SecondaryButtonStyle{compact})),
@@ -76,12 +77,8 @@ HubLine::HubLine(QWidget *parent)
 void HubLine::setHub(const HubRow &hub, const QSet<QString> &running)
 {
     m_hub = hub;
-    const PillLook look = pillLook(hub.role);
     m_name->setText(hub.name);
-    m_role->setText(hub.role);
-    m_role->setColours(look.bg, look.fg);
-    m_role->setOutlined(look.outlined);
-    m_role->setVisible(!hub.role.isEmpty());
+    showState(m_role, hub.role);
     m_address->setText(hub.address);
     m_state->setState(hub.state, stateColour(hub.state));
     m_state->setVisible(!hub.state.isEmpty());

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/operator/opexportsmodel.h"
 
+#include "state/recordlists.h"
+
 #include <utility>
 
 namespace quillfen {
@@ -18,13 +20,13 @@ QCoro::Task<> OpExportsModel::load()
     }
     if (list.value) {
         const bool older = object(&*list.value).if_contains("exports") == nullptr;
-        jobs = listOf(*list.value, older ? "jobs" : "exports");
+        jobs = takeRecords(std::move(*list.value), older ? "jobs" : "exports");
     }
     error = list.problem;
     known = true;
 }
 
-QCoro::Task<> OpExportsModel::ship(std::int64_t id, QString carrier, QString tracking)
+QCoro::Task<> OpExportsModel::ship(std::int64_t id, const QString &carrier, const QString &tracking)
 {
     Act action;
     action.method = "admin.exports.ship";

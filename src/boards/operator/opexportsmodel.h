@@ -20,7 +20,7 @@ public:
     QCoro::Task<> load() override;
 
     /// Carrier and tracking number may be empty.
-    QCoro::Task<> ship(std::int64_t id, QString carrier, QString tracking);
+    QCoro::Task<> ship(std::int64_t id, const QString &carrier, const QString &tracking);
     QCoro::Task<> remove(std::int64_t id);
 };
 

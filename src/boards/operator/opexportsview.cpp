@@ -4,6 +4,7 @@
 
 #include "boards/operator/oprows.h"
 #include "boards/operator/recordlist.h"
+#include "boards/operator/statepill.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
 #include "ui/buttons.h"
@@ -36,7 +37,7 @@ public:
         : RecordRow(std::move(columns)), m_number(new AgentLabel({}, Type::Body, Theme::heading)),
           m_volume(new AgentLabel({}, Type::BodyMedium, Theme::heading)),
           m_tenant(new AgentLabel({}, Type::Body, Theme::text)),
-          m_delivery(new AgentLabel({}, Type::Body, Theme::text)), m_state(new Pill({}, Theme::panel, Theme::heading)),
+          m_delivery(new AgentLabel({}, Type::Body, Theme::text)), m_state(statePill()),
           m_medium(new AgentLabel({}, Type::Body, Theme::text)),
           m_ship(new Button(OpExportsView::tr("Mark shipped"), SecondaryButtonStyle{compact})),
           m_delete(new Button(OpExportsView::tr("Delete"), DangerButtonStyle{})), m_runs(actions.runs)
@@ -55,19 +56,15 @@ public:
     void fill(const Record &record) override
     {
         m_shown = jobRow(record);
-        const PillLook look = pillLook(m_shown.state);
         m_number->setText(m_shown.number);
         m_volume->setText(m_shown.volume);
         m_tenant->setText(m_shown.tenant);
         m_delivery->setText(m_shown.delivery);
-        m_state->setText(m_shown.state);
-        m_state->setColours(look.bg, look.fg);
-        m_state->setOutlined(look.outlined);
-        m_state->setVisible(!m_shown.state.isEmpty());
+        showState(m_state, m_shown.state);
         m_medium->setText(m_shown.medium);
         m_ship->setRunning(m_runs("admin.exports.ship", m_shown.id));
         m_delete->setRunning(m_runs("admin.exports.delete", m_shown.id));
-        m_ship->setVisible(m_shown.shippable);
+        setButtonVisible(m_ship, m_shown.shippable);
         setRowName(m_shown.number,
                    OpExportsView::tr("Volume %1, tenant %2, delivery %3, state %4, medium %5")
                        .arg(m_shown.volume, m_shown.tenant, m_shown.delivery, m_shown.state, m_shown.medium));

@@ -3,6 +3,7 @@
 #include "boards/operator/ophubsmodel.h"
 
 #include "state/action.h"
+#include "state/recordlists.h"
 
 #include <utility>
 
@@ -31,7 +32,7 @@ QCoro::Task<> OpHubsModel::load()
         co_return;
     }
     if (list.value) {
-        hubs = listOf(*list.value, "hubs");
+        hubs = takeRecords(std::move(*list.value), "hubs");
     }
     error = list.problem;
     known = true;
@@ -70,19 +71,19 @@ QCoro::Task<> OpHubsModel::rescan(std::int64_t id)
     return onHub("admin.hubs.rescan", id, tr("rescanned"), {});
 }
 
-QCoro::Task<> OpHubsModel::promote(std::int64_t id, QString name)
+QCoro::Task<> OpHubsModel::promote(std::int64_t id, const QString &name)
 {
     const More more{.timeout = patience, .operation = tr("Promoting %1").arg(name)};
     return onHub("admin.hubs.promote", id, tr("promotion started"), more);
 }
 
-QCoro::Task<> OpHubsModel::demote(std::int64_t id, QString name)
+QCoro::Task<> OpHubsModel::demote(std::int64_t id, const QString &name)
 {
     const More more{.timeout = patience, .operation = tr("Demoting %1").arg(name)};
     return onHub("admin.hubs.demote", id, tr("demoted"), more);
 }
 
-QCoro::Task<> OpHubsModel::retire(std::int64_t id, QString name)
+QCoro::Task<> OpHubsModel::retire(std::int64_t id, const QString &name)
 {
     const More more{
         .timeout = patience, .operation = tr("Retiring %1").arg(name), .params = params("force", true, "wipe", true)};
@@ -115,7 +116,7 @@ QCoro::Task<> OpHubsModel::preflight(QString name, QString address)
 
 std::optional<HubOffer> OpHubsModel::takeOffer()
 {
-    const std::optional<HubOffer> machine = offer();
+    std::optional<HubOffer> machine = offer();
     offer = std::nullopt;
     return machine;
 }

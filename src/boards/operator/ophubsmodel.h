@@ -33,10 +33,10 @@ public:
 
     QCoro::Task<> poll(std::int64_t id);
     QCoro::Task<> rescan(std::int64_t id);
-    QCoro::Task<> promote(std::int64_t id, QString name);
-    QCoro::Task<> demote(std::int64_t id, QString name);
+    QCoro::Task<> promote(std::int64_t id, const QString &name);
+    QCoro::Task<> demote(std::int64_t id, const QString &name);
     /// Removes the hub and wipes its machine.
-    QCoro::Task<> retire(std::int64_t id, QString name);
+    QCoro::Task<> retire(std::int64_t id, const QString &name);
 
     /// Has the agent look at a machine; what it found becomes `offer`. Nothing is registered by it.
     QCoro::Task<> preflight(QString name, QString address);

@@ -29,6 +29,7 @@ namespace {
 constexpr int cardGap = 16;
 constexpr int noteHeight = 40;
 constexpr int nameWidth = 240;
+constexpr int hintWidth = 760;
 constexpr int summaryLines = 6;
 
 } // namespace
@@ -95,6 +96,7 @@ QWidget *OpHubsView::form()
     m_name->setMaximumWidth(scaled(nameWidth));
     auto *const hint = new Label(tr("Preflight checks the machine and shows its host key; registering builds it."),
                                  Type::Body, Theme::text);
+    hint->setWrap(hintWidth);
     auto *const body = new QWidget;
     body->setLayout(column({hint, Space{12}, row({Item{m_name, 2}, Item{m_address, 3}, m_preflight})}, 0,
                            QMargins{16, 16, 16, 16}));

@@ -36,25 +36,9 @@ QCoro::Task<> OpModel::act(Act what)
     co_await load();
 }
 
-QCoro::Task<OpModel::Answer> OpModel::ask(std::string method, RPC::Seconds timeout)
+QCoro::Task<Answer> OpModel::ask(std::string method, RPC::Seconds timeout) const
 {
-    const auto self = shared_from_this();
-    const json::object nothing;
-    Answer answer;
-    try {
-        answer.value = co_await m_state->rpc().call(method, nothing, timeout);
-    } catch (const RPCError &failure) {
-        answer.value.reset();
-        answer.problem = failure.message;
-    }
-    co_return answer;
-}
-
-Records OpModel::listOf(json::value &answer, std::string_view key)
-{
-    json::object *const record = answer.if_object();
-    json::value *const list = record == nullptr ? nullptr : record->if_contains(key);
-    return list == nullptr ? Records() : takeRecords(std::move(*list));
+    return quillfen::ask(m_state, std::move(method), json::object(), timeout);
 }
 
 } // namespace quillfen

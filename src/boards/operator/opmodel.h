@@ -3,6 +3,7 @@
 #pragma once
 
 #include "state/appstate.h"
+#include "state/ask.h"
 
 #include <QCoroTask>
 #include <QSet>
@@ -42,11 +43,6 @@ public:
     }
 
 protected:
-    /// An answer, or the reason why there is none.
-    struct Answer {
-        std::optional<json::value> value;
-        QString problem;
-    };
     /// One action on what has this id.
     struct Act {
         std::string method;
@@ -61,12 +57,11 @@ protected:
     /// Calls, tells how it went, and loads. Nothing while the same action on the same id runs: a second press is a
     /// slip.
     QCoro::Task<> act(Act what);
-    QCoro::Task<Answer> ask(std::string method, RPC::Seconds timeout);
+    /// Asks for what needs no parameters.
+    [[nodiscard]] QCoro::Task<Answer> ask(std::string method, RPC::Seconds timeout) const;
 
     [[nodiscard]] std::uint64_t beginLoad() noexcept { return ++m_generation; }
     [[nodiscard]] bool isLate(std::uint64_t generation) const noexcept { return generation != m_generation; }
-    /// The list under `key` of an answer, which is used up.
-    [[nodiscard]] static Records listOf(json::value &answer, std::string_view key);
 
     [[nodiscard]] const std::shared_ptr<AppState> &shared() const noexcept { return m_state; }
 

@@ -80,6 +80,12 @@ QColor stateColour(const QString &state)
     return Theme::muted;
 }
 
+std::int64_t moment(const Record &record, std::string_view key)
+{
+    const auto read = parseDate(str(record, key));
+    return read ? read->time_since_epoch().count() : 0;
+}
+
 HubRow hubRow(const Record &hub)
 {
     HubRow row;

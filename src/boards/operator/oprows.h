@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <string_view>
 
 namespace quillfen {
 
@@ -30,6 +31,9 @@ struct PillLook {
 /// How well a word of the agent's sounds: for pills, and for the mark before a state.
 [[nodiscard]] PillLook pillLook(const QString &state);
 [[nodiscard]] QColor stateColour(const QString &state);
+
+/// A moment of a record as a number to sort by, 0 when it is none.
+[[nodiscard]] std::int64_t moment(const Record &record, std::string_view key);
 
 /// A registered hub.
 struct HubRow {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/operator/optokensmodel.h"
 
+#include "state/recordlists.h"
+
 #include <utility>
 
 namespace quillfen {
@@ -17,7 +19,7 @@ QCoro::Task<> OpTokensModel::load()
         co_return;
     }
     if (list.value) {
-        tokens = listOf(*list.value, "tokens");
+        tokens = takeRecords(std::move(*list.value), "tokens");
     }
     error = list.problem;
     known = true;

@@ -5,12 +5,12 @@
 #include "boards/operator/oprows.h"
 #include "boards/operator/recordlist.h"
 #include "dialogs/dialogs.h"
-#include "state/format.h"
 #include "state/start.h"
 #include "ui/buttons.h"
 #include "ui/inlineerror.h"
 #include "ui/label.h"
 #include "ui/layout.h"
+#include "ui/searchfield.h"
 #include "ui/theme.h"
 #include "ui/toggle.h"
 
@@ -24,12 +24,6 @@ namespace {
 
 constexpr int compact = 28;
 constexpr int cardGap = 16;
-
-std::int64_t moment(const Record &record, std::string_view key)
-{
-    const auto read = parseDate(str(record, key));
-    return read ? read->time_since_epoch().count() : 0;
-}
 
 /// One token.
 class Row final : public RecordRow {
@@ -126,6 +120,10 @@ void OpTokensView::build()
     m_list->band()->addSpacing(8);
     m_list->band()->addWidget(m_prune);
     setLayout(column({m_error, m_list}, cardGap));
+    // They have come later than the rows below them.
+    auto *const filter = m_list->findChild<SearchField *>();
+    setTabOrder(filter, m_showRevoked);
+    setTabOrder(m_showRevoked, m_prune);
 
     OpTokensModel *const model = m_model.get();
     connect(m_showRevoked, &QAbstractButton::toggled, this, [model](bool on) { model->showRevoked = on; });

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/operator/opusersmodel.h"
 
+#include "state/recordlists.h"
+
 #include <utility>
 
 namespace quillfen {
@@ -17,7 +19,7 @@ QCoro::Task<> OpUsersModel::load()
         co_return;
     }
     if (list.value) {
-        users = listOf(*list.value, "users");
+        users = takeRecords(std::move(*list.value), "users");
     }
     error = list.problem;
     known = true;
@@ -25,7 +27,7 @@ QCoro::Task<> OpUsersModel::load()
     if (isLate(generation) || !houses.value) {
         co_return;
     }
-    tenants = listOf(*houses.value, "tenants");
+    tenants = takeRecords(std::move(*houses.value), "tenants");
 }
 
 QCoro::Task<> OpUsersModel::onUser(std::string method, std::int64_t id, QString done)

@@ -4,8 +4,8 @@
 
 #include "boards/operator/oprows.h"
 #include "boards/operator/recordlist.h"
+#include "boards/operator/statepill.h"
 #include "dialogs/dialogs.h"
-#include "state/format.h"
 #include "state/start.h"
 #include "ui/buttons.h"
 #include "ui/inlineerror.h"
@@ -28,12 +28,6 @@ constexpr int narrowBelow = 780;
 /// What of the tenants stays in view below a long list of users, so that one sees that there is something.
 constexpr int glimpse = 132;
 
-std::int64_t created(const Record &user)
-{
-    const auto read = parseDate(str(user, "created_at"));
-    return read ? read->time_since_epoch().count() : 0;
-}
-
 /// What the rows of users ask for.
 struct UserActions {
     std::function<void(const UserRow &)> approve;
@@ -48,8 +42,7 @@ public:
     UserLine(std::shared_ptr<const std::vector<Column>> columns, const UserActions &actions)
         : RecordRow(std::move(columns)), m_email(new AgentLabel({}, Type::BodySemibold, Theme::heading)),
           m_tenant(new AgentLabel({}, Type::Body, Theme::text)), m_created(new AgentLabel({}, Type::Body, Theme::text)),
-          m_state(new Pill({}, Theme::panel, Theme::heading)),
-          m_approve(new Button(OpUsersView::tr("Approve"), PrimaryButtonStyle{compact})),
+          m_state(statePill()), m_approve(new Button(OpUsersView::tr("Approve"), PrimaryButtonStyle{compact})),
           m_reject(new Button(OpUsersView::tr("Reject"), SecondaryButtonStyle{compact})),
           m_delete(new Button(OpUsersView::tr("Delete"), DangerButtonStyle{})), m_runs(actions.runs)
     {
@@ -72,19 +65,15 @@ public:
     void fill(const Record &record) override
     {
         m_shown = userRow(record);
-        const PillLook look = pillLook(m_shown.state);
         m_email->setText(m_shown.email);
         m_tenant->setText(m_shown.tenant);
         m_created->setText(m_shown.created);
-        m_state->setText(m_shown.state);
-        m_state->setColours(look.bg, look.fg);
-        m_state->setOutlined(look.outlined);
-        m_state->setVisible(!m_shown.state.isEmpty());
+        showState(m_state, m_shown.state);
         m_approve->setRunning(m_runs("admin.users.approve", m_shown));
         m_reject->setRunning(m_runs("admin.users.reject", m_shown));
         m_delete->setRunning(m_runs("admin.users.delete", m_shown));
-        m_approve->setVisible(m_shown.pending);
-        m_reject->setVisible(m_shown.pending);
+        setButtonVisible(m_approve, m_shown.pending);
+        setButtonVisible(m_reject, m_shown.pending);
         setRowName(
             m_shown.email,
             OpUsersView::tr("Tenant %1, created %2, state %3").arg(m_shown.tenant, m_shown.created, m_shown.state));
@@ -147,7 +136,7 @@ std::vector<RecordField> userFields()
 {
     return {{OpUsersView::tr("E-mail"), [](const Record &user) { return str(user, "email"); }, {}},
             {OpUsersView::tr("Tenant"), [](const Record &user) { return str(user, "tenant_name"); }, {}},
-            {OpUsersView::tr("Created"), {}, created},
+            {OpUsersView::tr("Created"), {}, [](const Record &user) { return moment(user, "created_at"); }},
             {OpUsersView::tr("State"), [](const Record &user) { return userState(user); }, {}}};
 }
 

@@ -26,6 +26,7 @@ constexpr int noteHeight = 40;
 /// A part of the work that costs a small part of a frame.
 constexpr qsizetype recordsAtOnce = 500;
 constexpr int filterWidth = 200;
+constexpr int leastFilterWidth = 96;
 constexpr int filterHeight = 28; // as the buttons beside it
 
 QStringList captionsOf(const std::vector<RecordField> &fields)
@@ -58,7 +59,9 @@ RecordList::~RecordList()
 void RecordList::build()
 {
     const bool filtered = !m_setup.filter.isEmpty();
-    m_search->setFixedSize(scaled(filterWidth), scaled(filterHeight));
+    m_search->setFixedHeight(scaled(filterHeight));
+    m_search->setMinimumWidth(leastFilterWidth);
+    m_search->setMaximumWidth(scaled(filterWidth));
     auto *const title = new SectionTitle(m_setup.title);
     m_card->band()->addWidget(title);
     m_card->band()->addStretch(1);
@@ -151,9 +154,9 @@ int RecordList::rowCount() const
     return m_rows.count();
 }
 
-std::int64_t RecordList::rowKey(int row) const
+QString RecordList::rowKey(int row) const
 {
-    return m_rows.id(row);
+    return QString::number(m_rows.id(row));
 }
 
 QWidget *RecordList::makeRow()

@@ -65,7 +65,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] int rowCount() const override;
-    [[nodiscard]] std::int64_t rowKey(int row) const override;
+    [[nodiscard]] QString rowKey(int row) const override;
     [[nodiscard]] QWidget *makeRow() override;
     void fillRow(QWidget *widget, int row) override;
 

@@ -3,8 +3,10 @@
 #include "boards/policy/policymodel.h"
 
 #include "state/action.h"
+#include "state/ask.h"
 #include "state/clock.h"
 #include "state/format.h"
+#include "state/recordlists.h"
 #include "state/start.h"
 
 #include <QDateTime>
@@ -18,14 +20,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-std::vector<std::int64_t> idsOf(const Records &volumes)
+std::optional<Policy> policyIn(const json::value &answer)
 {
-    std::vector<std::int64_t> ids;
-    ids.reserve(static_cast<std::size_t>(volumes.size()));
-    for (const Record &volume : volumes) {
-        ids.push_back(num(volume, "id"));
-    }
-    return ids;
+    const json::value *const output = object(&answer).if_contains("output");
+    return parsedPolicy(output != nullptr && output->is_string() ? str(output) : QString());
 }
 
 QString today()
@@ -44,14 +42,9 @@ std::optional<qsizetype> PolicyModel::volumeIndex() const
     if (volumes.isEmpty()) {
         return std::nullopt;
     }
-    if (const std::optional<std::int64_t> picked = volumeId()) {
-        const auto found =
-            std::ranges::find_if(volumes, [picked](const Record &volume) { return num(volume, "id") == *picked; });
-        if (found != volumes.end()) {
-            return found - volumes.begin();
-        }
-    }
-    return 0;
+    const std::optional<std::int64_t> picked = volumeId();
+    const Record *const found = picked ? recordWithId(volumes, *picked) : nullptr;
+    return found == nullptr ? 0 : found - volumes.constData();
 }
 
 std::optional<std::int64_t> PolicyModel::shownId() const
@@ -108,15 +101,8 @@ QCoro::Task<> PolicyModel::load()
         co_return;
     }
     const json::object request = params("volume_id", *id);
-    std::optional<Policy> answered;
-    try {
-        const json::value answer = co_await m_state->rpc().call("history.show", request, 60s);
-        const json::value *const output = object(&answer).if_contains("output");
-        answered = parsedPolicy(output != nullptr && output->is_string() ? str(output) : QString());
-    } catch (const RPCError &) {
-        // The board stays as it is: a policy that cannot be read is no reason to disturb anybody.
-        answered.reset();
-    }
+    const std::optional<json::value> answer = co_await answerOrNothing(m_state, "history.show", request);
+    const std::optional<Policy> answered = answer ? policyIn(*answer) : std::nullopt;
     if (generation != m_generation || !answered) {
         co_return;
     }

@@ -3,6 +3,7 @@
 #include "boards/timetravel/momentbubble.h"
 
 #include "ui/accessible.h"
+#include "ui/direction.h"
 #include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/type.h"
@@ -74,7 +75,7 @@ void MomentBubble::paintEvent(QPaintEvent *)
     paintSurface(painter, rect(), radius, Theme::dPanel, Theme::dLine);
     painter.setFont(quillfen::font(Type::Caption));
     painter.setPen(Theme::dBright);
-    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine, m_text);
+    drawLine(painter, rect(), Qt::AlignCenter, m_text);
 }
 
 void MomentBubble::hideEvent(QHideEvent *event)

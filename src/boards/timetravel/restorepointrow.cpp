@@ -7,19 +7,16 @@
 #include "ui/buttons.h"
 #include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/type.h"
 
 #include <QBoxLayout>
-#include <QPainter>
 
 namespace quillfen {
 
 namespace {
 
 constexpr int compact = 28;
-constexpr int pointHeight = 40;
 constexpr int momentWidth = 220;
 constexpr int padding = 16;
 constexpr int scrollBarRoom = 8;
@@ -38,11 +35,6 @@ RestorePointRow::RestorePointRow(QWidget *parent)
     connect(m_open, &QAbstractButton::clicked, this, &RestorePointRow::opened);
 }
 
-int RestorePointRow::rowHeight()
-{
-    return scaled(pointHeight);
-}
-
 void RestorePointRow::setPoint(std::size_t place, const QString &timestamp, const QString &label)
 {
     m_place = place;
@@ -54,22 +46,12 @@ void RestorePointRow::setPoint(std::size_t place, const QString &timestamp, cons
     setAccessibleName(label.isEmpty() ? shown : QStringLiteral("%1, %2").arg(shown, madeVisible(label)));
     // Buttons of rows say to a screen reader which row they belong to.
     m_open->setAccessibleName(QStringLiteral("%1, %2").arg(m_open->text(), shown));
-    update();
 }
 
 void RestorePointRow::setBesideScrollBar(bool beside)
 {
     const int far = padding + (beside ? scrollBarRoom : 0);
-    m_line->setContentsMargins(isRightToLeft() ? QMargins(far, 0, padding, 0) : QMargins(padding, 0, far, 0));
-}
-
-void RestorePointRow::paintEvent(QPaintEvent *)
-{
-    // On top of the list lies the card's own line.
-    if (y() > 0) {
-        QPainter painter(this);
-        paintHairline(painter, QRectF(0, 0, width(), 1), Theme::line);
-    }
+    m_line->setContentsMargins(padding, 0, far, 0);
 }
 
 } // namespace quillfen

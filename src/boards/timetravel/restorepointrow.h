@@ -30,13 +30,8 @@ public:
     /// Leaves room for the list's scroll bar.
     void setBesideScrollBar(bool beside);
 
-    [[nodiscard]] static int rowHeight();
-
 Q_SIGNALS:
     void opened();
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
 
 private:
     std::size_t m_place = 0;

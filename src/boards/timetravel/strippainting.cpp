@@ -3,6 +3,7 @@
 #include "boards/timetravel/strippainting.h"
 
 #include "boards/timetravel/pointbars.h"
+#include "ui/direction.h"
 #include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/type.h"
@@ -36,13 +37,23 @@ void paintMarks(QPainter &painter, const QRectF &strip, const TimeScale &scale)
 {
     painter.setFont(quillfen::font(Type::MonoSmall));
     painter.setPen(Theme::dMuted);
-    for (const ScaleMark &mark : scaleMarks()) {
-        const double x = scale.positionOfAge(static_cast<double>(mark.age.count()));
+    const QFontMetricsF metrics(painter.font());
+    const std::vector<ScaleMark> marks = scaleMarks();
+    const auto placeOf = [&](const ScaleMark &mark) {
+        return scale.positionOfAge(static_cast<double>(mark.age.count()));
+    };
+    for (std::size_t at = 0; at < marks.size(); ++at) {
+        const ScaleMark &mark = marks[at];
+        const double x = placeOf(mark);
         const qreal inset = cornerInset(x, strip.width());
         paintHairline(painter, QRectF(strip.left() + x, strip.top() + inset, 1, strip.height() - 2 * inset),
                       Theme::dLine);
-        painter.drawText(QPointF(strip.left() + std::round(x) + labelGap, strip.top() + scaled(labelBaseline)),
-                         mark.label);
+        // A label that would run into the next mark is left out: its line alone still tells the scale.
+        const double end = at + 1 < marks.size() ? placeOf(marks[at + 1]) : strip.width();
+        if (std::round(x) + labelGap + metrics.horizontalAdvance(mark.label) < end) {
+            drawLine(painter, QPointF(strip.left() + std::round(x) + labelGap, strip.top() + scaled(labelBaseline)),
+                     mark.label);
+        }
     }
 }
 

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/timetravel/timetravelmodel.h"
 
+#include "state/ask.h"
 #include "state/format.h"
+#include "state/recordlists.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,15 +18,10 @@ namespace {
 /// How far back the board begins.
 constexpr auto firstAge = 1h;
 
-/// The list that an answer holds under `key`, or is itself.
-Records listOf(json::value answer, std::string_view key)
+/// The views that an answer lists, or is the list of.
+Records viewsIn(json::value &&answer)
 {
-    if (answer.is_array()) {
-        return takeRecords(std::move(answer));
-    }
-    Record record = takeObject(std::move(answer));
-    json::value *const list = record.if_contains(key);
-    return list == nullptr ? Records() : takeRecords(std::move(*list));
+    return answer.is_array() ? takeRecords(std::move(answer)) : takeRecords(std::move(answer), "views");
 }
 
 } // namespace
@@ -38,12 +35,8 @@ std::optional<PastVolume> TimeTravelModel::volume() const
         return std::nullopt;
     }
     const std::optional<std::int64_t> &chosen = volumeId();
-    auto found = volumes.cend();
-    if (chosen) {
-        found = std::find_if(volumes.cbegin(), volumes.cend(),
-                             [&chosen](const Record &each) { return num(each, "id") == *chosen; });
-    }
-    const Record &shown = found == volumes.cend() ? volumes.constFirst() : *found;
+    const Record *const found = chosen ? recordWithId(volumes, *chosen) : nullptr;
+    const Record &shown = found == nullptr ? volumes.constFirst() : *found;
     return PastVolume{num(shown, "id"), str(shown, "name")};
 }
 
@@ -72,29 +65,18 @@ QCoro::Task<> TimeTravelModel::load()
     m_pointsKnown = true;
     points = std::move(foundPoints);
 
-    json::value answer;
-    try {
-        answer = co_await m_state->rpc().call("volumes.views", request, 60s);
-    } catch (const RPCError &) {
-        answer = nullptr;
-    }
+    std::optional<json::value> opened = co_await answerOrNothing(m_state, "volumes.views", request);
     if (generation != m_generation) {
         co_return;
     }
     m_viewsKnown = true;
-    views = listOf(std::move(answer), "views");
+    views = opened ? viewsIn(std::move(*opened)) : Records();
 
-    json::value copies;
-    try {
-        copies = co_await m_state->rpc().call("recoveries.list_for_volume", request, 60s);
-    } catch (const RPCError &) {
-        copies = nullptr;
-    }
+    std::optional<json::value> copies = co_await answerOrNothing(m_state, "recoveries.list_for_volume", request);
     if (generation != m_generation) {
         co_return;
     }
-    Record record = takeObject(std::move(copies));
-    recoveries = records(record.if_contains("recoveries"));
+    recoveries = copies ? takeRecords(std::move(*copies), "recoveries") : Records();
     loading = false;
 }
 
@@ -106,18 +88,10 @@ QCoro::Task<> TimeTravelModel::watchCopies()
     }
     const std::uint64_t generation = m_generation;
     const json::object request = params("volume_id", m_loaded->id);
-    json::value copies;
-    try {
-        copies = co_await m_state->rpc().call("recoveries.list_for_volume", request, 60s);
-    } catch (const RPCError &) {
-        // Nobody asked for it: what is shown stays.
-        co_return;
+    std::optional<json::value> copies = co_await answerOrNothing(m_state, "recoveries.list_for_volume", request);
+    if (copies && generation == m_generation) {
+        recoveries = takeRecords(std::move(*copies), "recoveries");
     }
-    if (generation != m_generation) {
-        co_return;
-    }
-    Record record = takeObject(std::move(copies));
-    recoveries = records(record.if_contains("recoveries"));
 }
 
 QCoro::Task<> TimeTravelModel::openView(PastVolume volume, QString timestamp, std::optional<QString> name)
@@ -129,6 +103,7 @@ QCoro::Task<> TimeTravelModel::openView(PastVolume volume, QString timestamp, st
                             600s);
     action.before = tr("Opening %1 as it was at %2").arg(volume.name, exactDate(timestamp));
     action.done = openedText;
+    action.operation = tr("Opening %1").arg(volume.name);
     co_await run(action, Refresh::AfterSuccess);
 }
 
@@ -156,6 +131,7 @@ QCoro::Task<> TimeTravelModel::newVolume(PastVolume volume, QString timestamp, Q
     action.before = tr("Preparing %1. Watch it under New volumes in the making on this board; when it is fully copied, "
                        "Make it a volume (also offered on the Volumes board).")
                         .arg(name);
+    action.operation = tr("Preparing %1").arg(name);
     co_await run(action, Refresh::Never);
 }
 

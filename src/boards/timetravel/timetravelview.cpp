@@ -4,6 +4,7 @@
 
 #include "boards/timetravel/momentcard.h"
 #include "boards/timetravel/pastcards.h"
+#include "state/recordlists.h"
 #include "state/start.h"
 #include "ui/accessible.h"
 #include "ui/boardframe.h"
@@ -126,9 +127,7 @@ void TimeTravelView::render()
     m_empty->setVisible(isEmpty);
     renderPicker();
 
-    std::vector<std::int64_t> ids;
-    std::transform(volumes.cbegin(), volumes.cend(), std::back_inserter(ids),
-                   [](const Record &volume) { return num(volume, "id"); });
+    std::vector<std::int64_t> ids = idsOf(volumes);
     std::ranges::sort(ids);
     if (std::exchange(m_ids, ids) != ids) {
         loadSoon();

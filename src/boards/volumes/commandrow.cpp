@@ -3,6 +3,7 @@
 #include "boards/volumes/commandrow.h"
 
 #include "ui/accessible.h"
+#include "ui/direction.h"
 #include "ui/icons.h"
 #include "ui/label.h"
 #include "ui/paint.h"
@@ -69,9 +70,9 @@ void CommandRow::paintEvent(QPaintEvent *)
     Paragraph paragraph;
     paragraph.text = madeVisible(m_line);
     paragraph.type = Type::Mono;
-    paintParagraph(painter, paragraph, text, Theme::heading);
+    paintParagraph(painter, paragraph, mirrored(*this, text), Theme::heading);
     const QRectF icon(width() - padding - pictureSize, (height() - pictureSize) / 2.0, pictureSize, pictureSize);
-    paintIcon(painter, Icon::Copy, icon, underMouse() ? Theme::heading : Theme::text);
+    paintIcon(painter, Icon::Copy, mirrored(*this, icon), underMouse() ? Theme::heading : Theme::text);
 }
 
 void CommandRow::keyPressEvent(QKeyEvent *event)

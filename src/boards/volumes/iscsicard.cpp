@@ -47,10 +47,11 @@ IscsiCard::IscsiCard(std::shared_ptr<AppState> state, QWidget *parent)
     : QWidget(parent), m_model(std::make_shared<IscsiModel>(std::move(state))),
       m_observer({&m_model->info, &m_model->localSecret, &m_model->savedPortal}, [this] { render(); })
 {
-    auto *const heading = column(
-        {new Label(tr("Connect over iSCSI"), Type::Section, Theme::heading), Space{2},
-         new Label(tr("macOS has no built-in initiator: other machines connect to this Mac"), Type::Body, Theme::text)},
-        0, QMargins{16, 16, 16, 0});
+    auto *const others =
+        new Label(tr("macOS has no built-in initiator: other machines connect to this Mac"), Type::Body, Theme::text);
+    others->setWrap(noteWidth);
+    auto *const heading = column({new Label(tr("Connect over iSCSI"), Type::Section, Theme::heading), Space{2}, others},
+                                 0, QMargins{16, 16, 16, 0});
     m_between = new Hairline(Qt::Vertical);
     m_columns = row({Item{portalColumn(), 1}, m_between, Item{chapColumn(), 1}}, 20, QMargins{16, 12, 16, 16});
     m_notes = new AgentLabel(QString(), Type::Body, Theme::text);

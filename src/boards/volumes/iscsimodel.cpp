@@ -4,6 +4,7 @@
 
 #include "desktop/clipboard.h"
 #include "state/action.h"
+#include "state/ask.h"
 
 #include <utility>
 
@@ -79,21 +80,6 @@ QStringList commandLines(const Record &info, InitiatorSystem system, const std::
 
 IscsiModel::IscsiModel(std::shared_ptr<AppState> state) : m_state(std::move(state)) {}
 
-/// The card shows what it can get; what it cannot get is no reason for a notice.
-QCoro::Task<std::optional<Record>> IscsiModel::ask(std::string method, std::int64_t id)
-{
-    const auto self = shared_from_this();
-    const json::object request = params("volume_id", id);
-    std::optional<Record> answered;
-    try {
-        const json::value answer = co_await m_state->rpc().call(method, request, 60s);
-        answered = object(&answer);
-    } catch (const RPCError &) {
-        answered.reset();
-    }
-    co_return answered;
-}
-
 QCoro::Task<> IscsiModel::load(std::int64_t id)
 {
     const auto self = shared_from_this();
@@ -103,19 +89,21 @@ QCoro::Task<> IscsiModel::load(std::int64_t id)
         localSecret = QString();
         savedPortal = QString();
     }
-    const std::optional<Record> answered = co_await ask("volumes.iscsi", id);
+    const json::object request = params("volume_id", id);
+    const std::optional<json::value> answer = co_await answerOrNothing(m_state, "volumes.iscsi", request);
     if (generation != m_generation) {
         co_return;
     }
-    if (answered) {
-        info = *answered;
-        savedPortal = isTrue(*answered, "portal_is_set") ? str(*answered, "portal") : QString();
+    if (answer) {
+        const Record &answered = object(&*answer);
+        info = answered;
+        savedPortal = isTrue(answered, "portal_is_set") ? str(answered, "portal") : QString();
     }
     if (!str(info(), "chap_password").isEmpty()) {
         co_return;
     }
-    const std::optional<Record> local = co_await ask("volumes.iscsi.local", id);
-    const QString password = local ? str(*local, "chap_password") : QString();
+    const std::optional<json::value> local = co_await answerOrNothing(m_state, "volumes.iscsi.local", request);
+    const QString password = local ? str(object(&*local), "chap_password") : QString();
     if (generation == m_generation && !password.isEmpty()) {
         localSecret = password;
     }

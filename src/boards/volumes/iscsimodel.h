@@ -64,8 +64,6 @@ public:
     void copy(const QString &text);
 
 private:
-    QCoro::Task<std::optional<Record>> ask(std::string method, std::int64_t id);
-
     std::shared_ptr<AppState> m_state;
     std::int64_t m_shown = 0;
     std::uint64_t m_generation = 0; ///< grows with every load, so that late answers can be told

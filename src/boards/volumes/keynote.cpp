@@ -11,6 +11,7 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -80,7 +81,8 @@ QString KeyNote::shownFile(int width) const
 
 int KeyNote::lay(QTextLayout &layout, const QString &file, int width) const
 {
-    QTextOption option(layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+    option.setTextDirection(m_note.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setText(file + m_note);
     layout.setFont(quillfen::font(Type::Caption));

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "marginscrollbar.h"
 
+#include "ui/direction.h"
+
 #include <QAbstractScrollArea>
 #include <QEvent>
 
@@ -58,8 +60,9 @@ void MarginScrollBar::follow()
     const int margin = parentWidget()->width() - beside.right() - 1;
     const int width = sizeHint().width();
     const int top = beside.top() + m_area->viewport()->y();
-    setGeometry(beside.right() + 1 + std::max(0, (margin - outerBar - width) / 2), top, width,
-                beside.bottom() + 1 - top);
+    const QRect place(beside.right() + 1 + std::max(0, (margin - outerBar - width) / 2), top, width,
+                      beside.bottom() + 1 - top);
+    setGeometry(mirrored(*parentWidget(), place).toRect());
 }
 
 } // namespace quillfen

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/volumes/newvolumemodel.h"
 
+#include "state/action.h"
 #include "state/start.h"
 
 #include <algorithm>
@@ -101,23 +102,20 @@ QCoro::Task<> NewVolumeModel::create(NewVolumeForm form)
         co_return;
     }
 
-    const json::object request = createParams(form);
     const QString name = form.name.trimmed();
-    std::optional<json::value> answer;
+    Action creation = calling("volumes.create", createParams(form), 300s);
+    creation.done = saying(tr("Created %1").arg(name));
     busy = true;
-    try {
-        answer = co_await m_state->rpc().call("volumes.create", request, 300s);
-    } catch (const RPCError &failure) {
-        error = failure.message;
-        nameInvalid = !failure.connectionLost; // what was not read was not found wanting
-    }
-    if (!answer) {
+    const CallOutcome outcome = co_await attempt(m_state, creation);
+    if (!outcome.answer) {
+        error = outcome.words;
+        nameInvalid = !outcome.connectionLost; // what was not read was not found wanting
         busy = false;
         co_return;
     }
 
     const std::uint64_t sheet = m_state->showNewVolume.version();
-    m_state->show(tr("Created %1").arg(name));
+    m_state->showOutcome(outcome.words);
     co_await m_state->refresh();
     busy = false;
     // Where somebody has closed this sheet meanwhile, the one that is open now is another.
@@ -125,7 +123,7 @@ QCoro::Task<> NewVolumeModel::create(NewVolumeForm form)
         m_state->showNewVolume = false;
     }
     if (form.mountHere && form.share != QLatin1String("iscsi")) {
-        start(m_state->deployAndMount(num(object(&*answer), "id"), name));
+        start(m_state->deployAndMount(num(object(&*outcome.answer), "id"), name));
     }
 }
 

@@ -59,26 +59,19 @@ NewVolumeSheet::NewVolumeSheet(std::shared_ptr<NewVolumeModel> model, QWidget *p
     m_error = new InlineError;
     m_errorRow = new QWidget;
     m_errorRow->setLayout(column({m_error}, 0, QMargins{0, 12, 0, 0}));
-    setLayout(column({new Label(tr("New volume"), Type::Title, Theme::heading),
-                      Space{4},
-                      new Label(tr("It appears in Finder as soon as it's created."), Type::Body, Theme::text),
-                      Space{20},
-                      caption(tr("Name")),
-                      Space{6},
-                      m_name,
-                      Space{16},
-                      sizeBlock(),
-                      Space{16},
-                      caption(tr("Share")),
-                      Space{6},
-                      shareBlock(),
-                      Space{20},
-                      new Hairline,
-                      Space{14},
-                      m_encrypt,
-                      Space{14},
-                      m_mount,
-                      m_errorRow}));
+    const QMargins outward{0, 0, sheetOverhang, 0};
+    QBoxLayout *const upper =
+        column({new Label(tr("New volume"), Type::Title, Theme::heading), Space{4},
+                new Label(tr("It appears in Finder as soon as it's created."), Type::Body, Theme::text), Space{20},
+                caption(tr("Name")), Space{6}, m_name, Space{16}},
+               0, outward);
+    // The number stands in line with the fields' edge; the frame that it has under the pointer reaches over it.
+    QBoxLayout *const size = sizeHead();
+    QBoxLayout *const lower =
+        column({Space{4}, m_slider, Space{6}, m_room, Space{16}, caption(tr("Share")), Space{6}, shareBlock(),
+                Space{20}, new Hairline, Space{14}, m_encrypt, Space{14}, m_mount, m_errorRow},
+               0, outward);
+    setLayout(column({upper, size, lower}, 0, QMargins{sheetOverhang, 0, 0, 0}));
 
     connect(m_name, &QLineEdit::textChanged, this, &NewVolumeSheet::change);
     connect(m_encrypt, &QAbstractButton::toggled, this, &NewVolumeSheet::render);
@@ -90,15 +83,13 @@ NewVolumeSheet::NewVolumeSheet(std::shared_ptr<NewVolumeModel> model, QWidget *p
     render();
 }
 
-QWidget *NewVolumeSheet::sizeBlock()
+QBoxLayout *NewVolumeSheet::sizeHead()
 {
     m_size = new SizeField(tr("Size in GB"));
     m_slider = new Slider(tr("Size"));
     m_room = new Label(QString(), Type::Caption, Theme::text);
     m_room->setWrap(formWidth);
-    auto *const block = new QWidget;
-    block->setLayout(column({row({caption(tr("Size")), Stretch{}, m_size}), Space{4}, m_slider, Space{6}, m_room}));
-    return block;
+    return row({caption(tr("Size")), Stretch{}, m_size});
 }
 
 QWidget *NewVolumeSheet::shareBlock()

@@ -38,7 +38,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    [[nodiscard]] QWidget *sizeBlock();
+    [[nodiscard]] QBoxLayout *sizeHead();
     [[nodiscard]] QWidget *shareBlock();
     void addButtons(QBoxLayout *foot);
     [[nodiscard]] NewVolumeForm edited() const;

@@ -14,6 +14,9 @@ namespace quillfen {
 namespace {
 
 constexpr int padding = 8;
+/// What a line edit adds to its text's sides, and behind the text the cursor.
+constexpr int ownMargin = 2;
+constexpr int cursorRoom = 1;
 constexpr int radius = 6;
 /// More than any plan holds, so that a size that is too large is answered in words and not by a field that stops.
 constexpr int largestSize = 9'999'999;
@@ -35,7 +38,7 @@ SizeField::SizeField(const QString &accessibleName, QWidget *parent) : QSpinBox(
     colours.setColor(QPalette::Text, Theme::heading);
     setPalette(colours);
     lineEdit()->setFrame(false);
-    lineEdit()->setTextMargins(padding, 0, padding, 0);
+    lineEdit()->setTextMargins(padding - ownMargin, 0, padding - ownMargin - cursorRoom, 0);
 }
 
 QSize SizeField::sizeHint() const

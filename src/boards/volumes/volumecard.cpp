@@ -3,6 +3,7 @@
 #include "boards/volumes/volumecard.h"
 
 #include "state/format.h"
+#include "state/recordlists.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -88,12 +89,7 @@ VolumeCard volumeCard(const AppState &state, const Record &volume)
 
 const Record *volumeWithId(const AppState &state, std::int64_t id)
 {
-    for (const Record &volume : state.volumes()) {
-        if (num(volume, "id") == id) {
-            return &volume;
-        }
-    }
-    return nullptr;
+    return recordWithId(state.volumes(), id);
 }
 
 std::int64_t wholeGB(const Record &volume)

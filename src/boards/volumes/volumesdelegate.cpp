@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "volumesdelegate.h"
 
+#include "ui/direction.h"
 #include "volumestable.h"
 #include "volumestablemodel.h"
 
 #include "ui/icons.h"
+#include "ui/paint.h"
 #include "ui/statemark.h"
 #include "ui/theme.h"
 #include "ui/tooltip.h"
@@ -13,6 +15,7 @@
 
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QToolTip>
 
 namespace quillfen {
@@ -49,17 +52,18 @@ bool isNumber(VolumeColumn column)
     return column == VolumeColumn::Size || column == VolumeColumn::Used;
 }
 
-/// Where the content of a cell or caption stands.
-QRect contentRect(const QRect &cell, VolumeColumn column)
+/// Where the content of a cell or caption stands; the wide padding is at the side where reading begins.
+QRect contentRect(const QRect &cell, VolumeColumn column, Qt::LayoutDirection direction)
 {
     const bool wide = column == VolumeColumn::Name || column == VolumeColumn::Share;
-    return cell.adjusted(wide ? widePadding : padding, 0, -padding, 0);
+    return QStyle::visualRect(direction, cell, cell.adjusted(wide ? widePadding : padding, 0, -padding, 0));
 }
 
-QRect textRect(const QRect &cell, VolumeColumn column)
+QRect textRect(const QRect &cell, VolumeColumn column, Qt::LayoutDirection direction)
 {
-    const QRect content = contentRect(cell, column);
-    return column == VolumeColumn::Offsite ? content.adjusted(markSize + markGap, 0, 0, 0) : content;
+    const QRect content = contentRect(cell, column, direction);
+    const bool marked = column == VolumeColumn::Offsite;
+    return QStyle::visualRect(direction, content, content.adjusted(marked ? markSize + markGap : 0, 0, 0, 0));
 }
 
 Qt::Alignment textAlignment(VolumeColumn column)
@@ -72,10 +76,12 @@ QString fitting(const QString &text, const QRect &rect, VolumeColumn column)
     return QFontMetrics(cellFont(column)).elidedText(text.left(longestPainted), Qt::ElideRight, rect.width());
 }
 
-QRectF pictureRect(const QRect &cell)
+/// A square at the beginning of a cell's content.
+QRectF squareRect(const QRect &cell, VolumeColumn column, int side, Qt::LayoutDirection direction)
 {
-    const QRect content = contentRect(cell, VolumeColumn::Encryption);
-    return QRectF(content.left(), cell.top() + (cell.height() - pictureSize) / 2.0, pictureSize, pictureSize);
+    const QRect content = contentRect(cell, column, direction);
+    const int left = direction == Qt::RightToLeft ? content.right() + 1 - side : content.left();
+    return QRectF(left, cell.top() + (cell.height() - side) / 2.0, side, side);
 }
 
 } // namespace
@@ -98,7 +104,7 @@ void VolumesDelegate::paintRow(QPainter &painter, const QRect &cell, int row) co
     const bool hovered = m_table.hoveredRow() == row;
     const bool ringed = m_table.ringedRow() == row;
     if (!selected) {
-        painter.fillRect(cell.left(), cell.bottom(), cell.width(), 1, Theme::line);
+        paintHairline(painter, QRectF(cell.left(), cell.bottom(), cell.width(), 1), Theme::line);
     }
     if (!selected && !hovered && !ringed) {
         return;
@@ -113,7 +119,8 @@ void VolumesDelegate::paintRow(QPainter &painter, const QRect &cell, int row) co
     if (selected) {
         const int markHeight = 18;
         painter.setBrush(Theme::accent);
-        painter.drawRoundedRect(QRect(4, whole.top() + (whole.height() - markHeight) / 2, 3, markHeight), 1.5, 1.5);
+        const QRect mark(4, whole.top() + (whole.height() - markHeight) / 2, 3, markHeight);
+        painter.drawRoundedRect(QStyle::visualRect(m_table.layoutDirection(), whole, mark), 1.5, 1.5);
     }
     if (ringed) {
         painter.setPen(QPen(Theme::ok, 2));
@@ -145,21 +152,19 @@ QColor VolumesDelegate::textColour(const VolumeRow &row, VolumeColumn column, in
 void VolumesDelegate::paintCell(QPainter &painter, const QRect &cell, int row, VolumeColumn column) const
 {
     const VolumeRow content = m_table.rows().row(row);
+    const Qt::LayoutDirection direction = m_table.layoutDirection();
     if (isPicture(content, column)) {
         const Icon icon = content.encryption == Encryption::KeyHere ? Icon::Key : Icon::KeySlash;
-        paintIcon(painter, icon, pictureRect(cell), Theme::heading);
+        paintIcon(painter, icon, squareRect(cell, column, pictureSize, direction), Theme::heading);
         return;
     }
     if (column == VolumeColumn::Offsite) {
-        const QRect rect = contentRect(cell, column);
-        paintStateMark(painter, QPointF(rect.left() + markSize / 2.0, cell.top() + cell.height() / 2.0),
-                       content.offsiteColour);
+        paintStateMark(painter, squareRect(cell, column, markSize, direction).center(), content.offsiteColour);
     }
-    const QRect rect = textRect(cell, column);
+    const QRect rect = textRect(cell, column, direction);
     painter.setFont(cellFont(column));
     painter.setPen(textColour(content, column, row));
-    painter.drawText(rect, static_cast<int>(textAlignment(column)) | Qt::TextSingleLine,
-                     fitting(cellText(content, column), rect, column));
+    drawLine(painter, rect, textAlignment(column), fitting(cellText(content, column), rect, column));
 }
 
 bool VolumesDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *, const QStyleOptionViewItem &option,
@@ -171,7 +176,8 @@ bool VolumesDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *, const QS
     const auto column = static_cast<VolumeColumn>(index.column());
     const VolumeRow row = m_table.rows().row(index.row());
     const QString text = cellText(row, column);
-    const bool hidden = isPicture(row, column) || fitting(text, textRect(option.rect, column), column) != text;
+    const bool hidden =
+        isPicture(row, column) || fitting(text, textRect(option.rect, column, option.direction), column) != text;
     if (hidden) {
         showPlainToolTip(event->globalPos(), text, m_table.viewport());
     } else {
@@ -210,7 +216,8 @@ QString VolumesHeader::caption(int section, int width) const
 {
     const auto column = static_cast<VolumeColumn>(section);
     return QFontMetrics(quillfen::font(Type::CaptionMedium))
-        .elidedText(columnTitle(column), Qt::ElideRight, contentRect({0, 0, width, 1}, column).width());
+        .elidedText(columnTitle(column), Qt::ElideRight,
+                    contentRect({0, 0, width, 1}, column, layoutDirection()).width());
 }
 
 bool VolumesHeader::viewportEvent(QEvent *event)
@@ -237,15 +244,15 @@ void VolumesHeader::paintSection(QPainter *painter, const QRect &rect, int secti
 {
     const auto column = static_cast<VolumeColumn>(section);
     painter->fillRect(rect, Theme::bg);
-    painter->fillRect(rect.left(), rect.bottom(), rect.width(), 1, Theme::line);
+    paintHairline(*painter, QRectF(rect.left(), rect.bottom(), rect.width(), 1), Theme::line);
     if (isPicture(column)) {
-        paintIcon(*painter, Icon::Key, pictureRect(rect), Theme::text);
+        paintIcon(*painter, Icon::Key, squareRect(rect, column, pictureSize, layoutDirection()), Theme::text);
         return;
     }
     painter->setFont(quillfen::font(Type::CaptionMedium));
     painter->setPen(Theme::text);
-    painter->drawText(contentRect(rect, column), static_cast<int>(textAlignment(column)) | Qt::TextSingleLine,
-                      caption(section, rect.width()));
+    drawLine(*painter, contentRect(rect, column, layoutDirection()), textAlignment(column),
+             caption(section, rect.width()));
 }
 
 } // namespace quillfen

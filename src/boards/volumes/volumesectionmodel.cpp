@@ -70,6 +70,8 @@ QCoro::Task<> VolumeSectionModel::startAppliance(std::int64_t id, QString name)
     Action action = calling("appliance.deploy", params("volume_id", id), 600s);
     action.before = tr("Starting the appliance for %1…").arg(name);
     action.done = saying(tr("appliance for %1 started").arg(name));
+    action.operation = tr("Starting the appliance for %1").arg(name);
+    action.progressEvent = "appliance.progress";
     co_await perform(m_state, action);
 }
 
@@ -103,6 +105,8 @@ QCoro::Task<> VolumeSectionModel::resize(std::int64_t id, QString name, std::int
                                                      : tr("%1 is now %2 GB."))
             .arg(name, size);
     };
+    action.operation = tr("Resizing %1").arg(name);
+    action.progressEvent = "appliance.progress";
     co_await perform(m_state, action);
 }
 
@@ -113,6 +117,8 @@ QCoro::Task<> VolumeSectionModel::remove(std::int64_t id, QString name)
     action.before =
         tr("Deleting %1: unmounting, then stopping its appliance once its last writes reach the vault…").arg(name);
     action.done = saying(tr("deleted %1; its appliance is removed from this Mac").arg(name));
+    action.operation = tr("Deleting %1").arg(name);
+    action.progressEvent = "appliance.progress";
     co_await perform(m_state, action);
 }
 

@@ -30,6 +30,8 @@ QCoro::Task<> VolumesModel::removeOrphan(QString container)
     Action action = calling("appliance.remove", params("container", container), 3900s);
     action.before = tr("Stopping %1…").arg(container);
     action.done = saying(tr("%1 removed").arg(container));
+    action.operation = tr("Removing %1").arg(container);
+    action.progressEvent = "appliance.progress";
     co_await perform(m_state, action);
 }
 

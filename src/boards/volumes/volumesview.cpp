@@ -17,6 +17,7 @@
 #include "ui/searchfield.h"
 #include "ui/taborder.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QEvent>
 
@@ -171,6 +172,9 @@ bool VolumesView::eventFilter(QObject *watched, QEvent *event)
         fitBody();
     } else if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent) {
         showCard();
+    } else if (event->type() == QEvent::Hide && watched == m_card && m_card->isHidden() &&
+               m_card->isAncestorOf(QApplication::focusWidget())) {
+        m_table->setFocus(Qt::OtherFocusReason); // where the next volume is chosen
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -182,6 +182,11 @@ struct Outcome {
     bool isLong;
 };
 
+void PrintTo(const Outcome &outcome, std::ostream *out)
+{
+    *out << outcome.method;
+}
+
 class AccountActionTest : public AccountModelTest, public testing::WithParamInterface<Outcome> {};
 
 INSTANTIATE_TEST_SUITE_P(
@@ -207,7 +212,7 @@ TEST_P(AccountActionTest, TellsHowItWentAndReadsTheStateAfresh)
     agent.hold(outcome.method);
     const QCoro::Task<> task = ((*model).*(outcome.action))();
     EXPECT_EQ(toast(), QString::fromUtf16(outcome.before));
-    EXPECT_EQ(state->operations.find(outcome.method) != nullptr, outcome.isLong);
+    EXPECT_EQ(state->activity.find(outcome.method) != nullptr, outcome.isLong);
     EXPECT_FALSE(state->busy());
     ASSERT_TRUE(eventually([&] { return agent.count(outcome.method) == 1; }));
     EXPECT_EQ(sent(outcome.method), json::object());
@@ -215,7 +220,7 @@ TEST_P(AccountActionTest, TellsHowItWentAndReadsTheStateAfresh)
     await(task);
     EXPECT_EQ(toast(), QString::fromUtf16(outcome.after));
     EXPECT_TRUE(refreshed());
-    EXPECT_TRUE(state->operations.running().isEmpty());
+    EXPECT_TRUE(state->activity.running().isEmpty());
 }
 
 TEST_P(AccountActionTest, AFailureIsShownAndChangesNothingElse)
@@ -225,7 +230,7 @@ TEST_P(AccountActionTest, AFailureIsShownAndChangesNothingElse)
     await(((*model).*(outcome.action))());
     EXPECT_EQ(toast(), u"It cannot be."_s);
     EXPECT_THAT(agent.log(), ElementsAre(outcome.method));
-    EXPECT_TRUE(state->operations.running().isEmpty());
+    EXPECT_TRUE(state->activity.running().isEmpty());
 }
 
 TEST_F(AccountModelTest, ASecondActionMayBeginWhileOneRuns)
@@ -236,7 +241,7 @@ TEST_F(AccountModelTest, ASecondActionMayBeginWhileOneRuns)
     const QCoro::Task<> stopping = model->stopEngine();
     await(model->revokeToken(u"t-2"_s));
     EXPECT_EQ(toast(), u"revoked"_s);
-    EXPECT_NE(state->operations.find("engine.stop_safely"), nullptr);
+    EXPECT_NE(state->activity.find("engine.stop_safely"), nullptr);
     agent.release("engine.stop_safely");
     await(stopping);
 }

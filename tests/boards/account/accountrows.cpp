@@ -53,7 +53,7 @@ TEST(TokenTexts, ANumericIdIsTakenAsItsText)
 
 TEST(EngineTexts, TellTheStatusAsItStands)
 {
-    const Operations none;
+    const Activity none;
     for (const char *status : {"Running", "Stopped", "Starting", "Broken"}) {
         const EngineTexts texts = engineTexts(params("status", status), none);
         EXPECT_EQ(texts.status, QString::fromLatin1(status));
@@ -64,7 +64,7 @@ TEST(EngineTexts, TellTheStatusAsItStands)
 
 TEST(EngineTexts, AnEmptyStatusIsAnEngineThatIsNotSetUp)
 {
-    const Operations none;
+    const Activity none;
     for (const Record &engine : {Record(), params("status", ""), params("exists", false, "status", nullptr)}) {
         const EngineTexts texts = engineTexts(engine, none);
         EXPECT_EQ(texts.status, u"Not set up"_s);
@@ -75,7 +75,7 @@ TEST(EngineTexts, AnEmptyStatusIsAnEngineThatIsNotSetUp)
 
 TEST(EngineTexts, NameWhatTheEngineHas)
 {
-    const Operations none;
+    const Activity none;
     const EngineTexts texts = engineTexts(
         params("status", "Running", "memory", "4 GB", "disk", 80, "docker", "27.3.1", "limactl", "1.0.2"), none);
     EXPECT_EQ(texts.memory, u"4 GB"_s);
@@ -90,11 +90,14 @@ TEST(EngineTexts, TheButtonOfWhatRunsStaysWhateverTheEngineSays)
                                                                      {"vm.start", u"Running"_s, Offer::Start},
                                                                      {"vm.prepare", u"Starting"_s, Offer::SetUp}};
     for (const auto &[method, status, offer] : cases) {
-        Operations operations;
-        const auto id = operations.begin(method, u"…"_s, "vm.progress");
-        EXPECT_EQ(engineTexts(params("status", status), operations).offer, offer) << method;
-        operations.end(id);
-        EXPECT_NE(engineTexts(params("status", status), operations).offer, offer) << method;
+        Activity activity;
+        RunningCall call;
+        call.method = method;
+        call.title = u"…"_s;
+        const auto id = activity.begin(std::move(call));
+        EXPECT_EQ(engineTexts(params("status", status), activity).offer, offer) << method;
+        activity.end(id, {});
+        EXPECT_NE(engineTexts(params("status", status), activity).offer, offer) << method;
     }
 }
 

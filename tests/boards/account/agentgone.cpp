@@ -17,6 +17,11 @@ struct Begun {
     const char16_t *typed;
 };
 
+void PrintTo(const Begun &begun, std::ostream *out)
+{
+    *out << begun.method;
+}
+
 class AgentGoneTest : public AccountViewTest, public testing::WithParamInterface<Begun> {
 protected:
     AgentGoneTest()
@@ -71,7 +76,7 @@ TEST_P(AgentGoneTest, LeavesOneMessageAndABoardThatRecoversByItself)
     const Notices notices(*state);
     const std::size_t subscriptions = agent.count("events.subscribe");
     agent.stop();
-    ASSERT_TRUE(eventually([&] { return !state->connected() && state->operations.running().isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !state->connected() && state->activity.running().isEmpty(); }));
     ASSERT_TRUE(eventually([&] { return !notices.seen.isEmpty(); }));
     EXPECT_FALSE(notices.seen.front().isEmpty());
 
@@ -97,7 +102,7 @@ TEST_P(AgentGoneTest, ABoardThatStayedWorksOnAsWell)
     begin();
     const std::size_t subscriptions = agent.count("events.subscribe");
     agent.stop();
-    ASSERT_TRUE(eventually([&] { return state->operations.running().isEmpty() && !state->connected(); }));
+    ASSERT_TRUE(eventually([&] { return state->activity.running().isEmpty() && !state->connected(); }));
     agent.answer("auth.tokens.list", tokenList({token("t-9", "fresh")}));
     agent.restart();
     ASSERT_TRUE(eventually([&] { return agent.count("events.subscribe") > subscriptions; }));

@@ -45,18 +45,7 @@ protected:
         QCoreApplication::sendPostedEvents();
     }
 
-    /// Every text that can be seen, read or found by pointing.
-    [[nodiscard]] QStringList texts() const
-    {
-        QStringList found;
-        for (const QWidget *each : view->findChildren<QWidget *>()) {
-            if (each->isVisible()) {
-                found << each->accessibleName() << each->property("text").toString();
-            }
-        }
-        return found;
-    }
-
+    [[nodiscard]] QStringList texts() const { return shownTexts(view.get()); }
     [[nodiscard]] bool says(const QString &text) const { return texts().contains(text); }
     [[nodiscard]] bool eventuallySays(const QString &text) const
     {

@@ -95,7 +95,8 @@ TEST_F(EveryOperation, EndsInAnAnswerOrAReadableError)
     ASSERT_TRUE(state->isAdmin());
     std::vector<AgentMethod> methods = model->methods();
     ASSERT_GT(methods.size(), 20U);
-    std::ranges::stable_partition(methods, [](const AgentMethod &method) { return !isForLater(method); });
+    std::stable_partition(methods.begin(), methods.end(),
+                          [](const AgentMethod &method) { return !isForLater(method); });
     for (const AgentMethod &method : methods) {
         for (int attempt = 0; attempt < 3; ++attempt) {
             const std::string out = run(method, attempt).toStdString();

@@ -348,6 +348,11 @@ TEST_F(ExportModelTest, ALaterRoundOfCopiesReplacesTheEarlier)
 
 enum class Act { RequestLink, OrderMedia, Remove };
 
+void PrintTo(Act act, std::ostream *out)
+{
+    *out << (act == Act::RequestLink ? "RequestLink" : act == Act::OrderMedia ? "OrderMedia" : "Remove");
+}
+
 class AgentGone : public ExportModelTest, public testing::WithParamInterface<Act> {
 protected:
     QCoro::Task<> act() { return GetParam() == Act::Remove ? model->remove(1) : model->request(); }

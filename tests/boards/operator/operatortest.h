@@ -107,15 +107,7 @@ protected:
         ASSERT_TRUE(eventually([&] { return !view->template findChildren<QAbstractButton *>().isEmpty(); }));
     }
 
-    [[nodiscard]] bool says(const QString &text) const
-    {
-        for (const QWidget *each : view->template findChildren<QWidget *>()) {
-            if (each->isVisible() && (each->accessibleName() == text || each->property("text").toString() == text)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    [[nodiscard]] bool says(const QString &text) const { return shownTexts(view).contains(text); }
 
     /// Waits until the text shows.
     [[nodiscard]] bool comes(const QString &text) const

@@ -99,6 +99,25 @@ TEST_F(UsersViewTest, ApprovingAndRejectingAskNothing)
     EXPECT_EQ(sent("admin.users.reject"), params("user_id", 11));
 }
 
+TEST_F(UsersViewTest, AnApprovalLeavesTheKeyboardOnItsRowAndNotOnTheNextButton)
+{
+    view->load();
+    ASSERT_TRUE(comes(u"mara@north.example"_s));
+    agent.answer("admin.users.approve", nullptr);
+    QAbstractButton *const approve = buttonOf(view, u"Approve, jonas@tide.example"_s);
+    QWidget *const row = approve->parentWidget();
+    approve->setFocus(Qt::TabFocusReason);
+    giveUsers({user(11, u"jonas@tide.example"_s), user(12, u"mara@north.example"_s)});
+    QTest::keyClick(approve, Qt::Key_Return);
+    ASSERT_TRUE(eventually([&] { return !approve->isVisible(); }));
+    EXPECT_EQ(QApplication::focusWidget(), row);
+    EXPECT_EQ(row->accessibleName(), u"jonas@tide.example"_s);
+    QTest::keyClick(row, Qt::Key_Return);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "one Enter more does nothing";
+    QTest::keyClick(row, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), buttonOf(view, u"Delete, jonas@tide.example"_s));
+}
+
 TEST_F(UsersViewTest, ARunningActionHoldsItsButton)
 {
     view->load();
@@ -222,6 +241,21 @@ TEST_F(TokensViewTest, ARevocationThatRunsHoldsItsButton)
     EXPECT_TRUE(eventually([&] { return !revoke->isEnabled(); }));
     agent.release("admin.tokens.revoke");
     EXPECT_TRUE(eventually([&] { return revoke->isEnabled(); }));
+}
+
+TEST_F(TokensViewTest, TabTakesTheBandBeforeTheRows)
+{
+    view->load();
+    ASSERT_TRUE(comes(u"laptop"_s));
+    view->focusSearch();
+    QStringList stops;
+    for (int stop = 0; stop < 3; ++stop) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const auto *const there = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+        ASSERT_NE(there, nullptr);
+        stops << (there->accessibleName().isEmpty() ? there->text() : there->accessibleName());
+    }
+    EXPECT_EQ(stops, (QStringList{u"Show revoked"_s, u"Prune revoked"_s, u"Label"_s}));
 }
 
 TEST_F(TokensViewTest, PruningAsksNothing)

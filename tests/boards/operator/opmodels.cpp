@@ -154,11 +154,11 @@ TEST_F(HubsModelTest, LongActionsAreListedAsRunning)
     agent.answer("admin.hubs.promote", nullptr);
     agent.hold("admin.hubs.promote");
     const QCoro::Task<> task = model->promote(2, u"hub-b"_s);
-    ASSERT_EQ(state->operations.running().size(), 1);
-    EXPECT_EQ(state->operations.running().constFirst().title, u"Promoting hub-b"_s);
+    ASSERT_EQ(state->activity.running().size(), 1);
+    EXPECT_EQ(state->activity.running().constFirst().title, u"Promoting hub-b"_s);
     agent.release("admin.hubs.promote");
     ASSERT_TRUE(eventually([&] { return task.isReady(); }));
-    EXPECT_THAT(state->operations.running(), IsEmpty());
+    EXPECT_THAT(state->activity.running(), IsEmpty());
 }
 
 TEST_F(HubsModelTest, APreflightMakesAnOfferAndRegistersNothing)

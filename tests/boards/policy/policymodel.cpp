@@ -37,6 +37,22 @@ protected:
         return eventually([&] { return agent.count("history.show") == times; });
     }
 
+    /// Volume 2, whose policy is "extended", comes to be shown while that of volume 1 is on its way to the agent.
+    [[nodiscard]] QCoro::Task<> leaveWhileSaving()
+    {
+        agent.on("history.show", [](const json::object &request) -> FakeAgent::Answer {
+            return request.at("volume_id") == json::value(2) ? output("2880,72,30,12,12,3") : output("720,24,7,4,6,1");
+        });
+        await(model->load());
+        model->usePlan(0);
+        agent.hold("history.set");
+        QCoro::Task<> save = model->save();
+        EXPECT_TRUE(eventually([&] { return agent.count("history.set") == 1; }));
+        model->pickVolume(2);
+        EXPECT_TRUE(eventually([&] { return model->saved() == extended; }));
+        return save;
+    }
+
     std::shared_ptr<PolicyModel> model = std::make_shared<PolicyModel>(state);
 };
 
@@ -210,16 +226,7 @@ TEST_F(PolicyModelTest, WhatIsChosenWhileASaveRunsIsStillToBeSaved)
 
 TEST_F(PolicyModelTest, ASaveThatEndsAfterAnotherVolumeWasPickedLeavesThatOneAlone)
 {
-    agent.on("history.show", [](const json::object &asked) -> FakeAgent::Answer {
-        return asked.at("volume_id") == json::value(2) ? output("2880,72,30,12,12,3") : output("720,24,7,4,6,1");
-    });
-    await(model->load());
-    model->usePlan(0);
-    agent.hold("history.set");
-    const QCoro::Task<> save = model->save();
-    ASSERT_TRUE(eventually([&] { return agent.count("history.set") == 1; }));
-    model->pickVolume(2);
-    ASSERT_TRUE(eventually([&] { return model->saved() == extended; }));
+    const QCoro::Task<> save = leaveWhileSaving();
     agent.release("history.set");
     await(save);
     EXPECT_EQ(toast(), u"policy saved"_s);
@@ -229,16 +236,7 @@ TEST_F(PolicyModelTest, ASaveThatEndsAfterAnotherVolumeWasPickedLeavesThatOneAlo
 
 TEST_F(PolicyModelTest, ASaveThatEndsAfterOneCameBackIsWhatIsShown)
 {
-    agent.on("history.show", [](const json::object &asked) -> FakeAgent::Answer {
-        return asked.at("volume_id") == json::value(2) ? output("2880,72,30,12,12,3") : output("720,24,7,4,6,1");
-    });
-    await(model->load());
-    model->usePlan(0);
-    agent.hold("history.set");
-    const QCoro::Task<> save = model->save();
-    ASSERT_TRUE(eventually([&] { return agent.count("history.set") == 1; }));
-    model->pickVolume(2);
-    ASSERT_TRUE(eventually([&] { return model->saved() == extended; }));
+    const QCoro::Task<> save = leaveWhileSaving();
     model->pickVolume(1);
     ASSERT_TRUE(eventually([&] { return model->saved() == standardPolicy; }));
     agent.release("history.set");
@@ -285,6 +283,11 @@ TEST_F(PolicyModelTest, AFailedPinIsTold)
 }
 
 enum class Act { Save, Pin };
+
+void PrintTo(Act act, std::ostream *out)
+{
+    *out << (act == Act::Save ? "Save" : "Pin");
+}
 
 class AgentGone : public PolicyModelTest, public testing::WithParamInterface<Act> {};
 

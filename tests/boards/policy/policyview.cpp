@@ -9,7 +9,6 @@
 #include "ui/bar.h"
 #include "ui/card.h"
 #include "ui/fade.h"
-#include "ui/label.h"
 #include "ui/picker.h"
 #include "ui/theme.h"
 
@@ -49,22 +48,7 @@ protected:
         QTest::qWait(5);
     }
 
-    [[nodiscard]] QStringList texts() const
-    {
-        QStringList found;
-        for (const QWidget *each : view->findChildren<QWidget *>()) {
-            if (!each->isVisible()) {
-                continue;
-            }
-            found << each->accessibleName();
-            if (const auto *const agentLabel = qobject_cast<const AgentLabel *>(each)) {
-                found << agentLabel->text();
-            } else {
-                found << each->property("text").toString();
-            }
-        }
-        return found;
-    }
+    [[nodiscard]] QStringList texts() const { return shownTexts(view.get()); }
     [[nodiscard]] bool says(const QString &text) const { return texts().contains(text); }
 
     [[nodiscard]] PresetRow *preset(int index) const { return view->findChildren<PresetRow *>().at(index); }

@@ -8,6 +8,7 @@
 #include "ui/buttons.h"
 #include "ui/housestyle.h"
 #include "ui/label.h"
+#include "ui/scrollarea.h"
 #include "ui/theme.h"
 #include "ui/type.h"
 
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -264,7 +264,7 @@ TEST_F(RestorePointsListTest, KeysGoFromRowToRowAndToTheEnds)
 
 TEST_F(RestorePointsListTest, TheBoardFollowsTheRowThatAKeyGoesTo)
 {
-    QScrollArea board;
+    ScrollArea board;
     auto *const contents = new QWidget;
     auto *const layout = new QVBoxLayout(contents);
     layout->addSpacing(300);

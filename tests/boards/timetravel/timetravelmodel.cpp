@@ -359,16 +359,23 @@ TEST_F(TimeTravelModelTest, CopiesAreWatchedWhileTheyFillUp)
     EXPECT_THAT(called(), IsEmpty()) << "whole, with its percentage";
 }
 
-using Operation = std::function<QCoro::Task<>(TimeTravelModel &)>;
+struct Operation {
+    const char *method;
+    std::function<QCoro::Task<>(TimeTravelModel &)> begin;
+};
 
-class TimeTravelLosses : public TimeTravelModelTest,
-                         public testing::WithParamInterface<std::pair<const char *, Operation>> {};
+void PrintTo(const Operation &operation, std::ostream *out)
+{
+    *out << operation.method;
+}
+
+class TimeTravelLosses : public TimeTravelModelTest, public testing::WithParamInterface<Operation> {};
 
 TEST_P(TimeTravelLosses, TheAgentGoesAwayMeanwhile)
 {
-    const auto &[method, operation] = GetParam();
+    const auto &[method, begin] = GetParam();
     agent.silent(method);
-    const QCoro::Task<> task = operation(*model);
+    const QCoro::Task<> task = begin(*model);
     ASSERT_TRUE(eventually([&, &name = method] { return agent.count(name) == 1; }));
     agent.stop();
     await(task);
@@ -377,23 +384,22 @@ TEST_P(TimeTravelLosses, TheAgentGoesAwayMeanwhile)
     agent.restart();
     agent.answer(method, json::object());
     state->connect();
-    await(operation(*model));
+    await(begin(*model));
     EXPECT_NE(toast(), u"the agent connection closed"_s) << "it works again";
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Actions, TimeTravelLosses,
     testing::Values(
-        std::pair("views.open",
-                  Operation([](TimeTravelModel &m) { return m.openView(photos, u"2026-03-04T05:06:07Z"_s, {}); })),
-        std::pair("views.close", Operation([](TimeTravelModel &m) { return m.releaseView(photos, u"v1"_s); })),
-        std::pair("mount.attach", Operation([](TimeTravelModel &m) { return m.mountView(photos, u"v1"_s); })),
-        std::pair("restore.start",
-                  Operation([](TimeTravelModel &m) { return m.newVolume(photos, u"2026-03-04T05:06:07Z"_s, u"x"_s); })),
-        std::pair("recovery.promote", Operation([](TimeTravelModel &m) { return m.promote(7, u"x"_s); })),
-        std::pair("recovery.delete", Operation([](TimeTravelModel &m) { return m.discard(7); }))),
+        Operation{"views.open", [](TimeTravelModel &m) { return m.openView(photos, u"2026-03-04T05:06:07Z"_s, {}); }},
+        Operation{"views.close", [](TimeTravelModel &m) { return m.releaseView(photos, u"v1"_s); }},
+        Operation{"mount.attach", [](TimeTravelModel &m) { return m.mountView(photos, u"v1"_s); }},
+        Operation{"restore.start",
+                  [](TimeTravelModel &m) { return m.newVolume(photos, u"2026-03-04T05:06:07Z"_s, u"x"_s); }},
+        Operation{"recovery.promote", [](TimeTravelModel &m) { return m.promote(7, u"x"_s); }},
+        Operation{"recovery.delete", [](TimeTravelModel &m) { return m.discard(7); }}),
     [](const auto &each) {
-        std::string name = each.param.first;
+        std::string name = each.param.method;
         std::ranges::replace(name, '.', '_');
         return name;
     });

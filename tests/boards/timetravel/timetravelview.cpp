@@ -75,15 +75,7 @@ protected:
         return loaded;
     }
 
-    [[nodiscard]] bool says(const QString &text) const
-    {
-        for (const QWidget *each : view->findChildren<QWidget *>()) {
-            if (each->isVisible() && (each->accessibleName() == text || each->property("text").toString() == text)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    [[nodiscard]] bool says(const QString &text) const { return shownTexts(view.get()).contains(text); }
 
     [[nodiscard]] bool soonSays(const QString &text) const
     {

@@ -130,6 +130,18 @@ private:
     QByteArray m_homeBefore;
 };
 
+/// Every text inside that can be seen, read out or found by pointing.
+inline QStringList shownTexts(const QWidget *inside)
+{
+    QStringList found;
+    for (const QWidget *each : inside->findChildren<QWidget *>()) {
+        if (each->isVisible()) {
+            found << each->accessibleName() << each->property("text").toString();
+        }
+    }
+    return found;
+}
+
 /// The visible button with this text or accessible name, a kit button as any other.
 inline QAbstractButton *buttonOf(const QWidget *inside, const QString &text)
 {

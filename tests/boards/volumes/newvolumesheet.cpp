@@ -107,6 +107,24 @@ TEST_F(NewVolumeSheetTest, StartsWithOneHundredSharedBySmbAndMounted)
     EXPECT_TRUE(error->isHidden());
 }
 
+TEST_F(NewVolumeSheetTest, TheSizeStandsInLineWithTheFieldsEdge)
+{
+    const auto rightOf = [this](const QWidget *widget) { return widget->mapTo(sheet, QPoint(widget->width(), 0)).x(); };
+    EXPECT_EQ(rightOf(slider), rightOf(name));
+    EXPECT_EQ(name->width(), sheet->findChild<Slider *>()->width());
+    const QImage picture = sheet->grab().toImage();
+    const QPoint middle = size->mapTo(sheet, QPoint(0, size->height() / 2));
+    int last = 0; // of the digits' and letters' own colour
+    for (int x = middle.x(); x < middle.x() + size->width(); ++x) {
+        for (int y = middle.y() - 8; y < middle.y() + 8; ++y) {
+            last = picture.pixelColor(x, y).lightness() < 120 ? x : last;
+        }
+    }
+    EXPECT_NEAR(last + 1, rightOf(name), 2);
+    size->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(rightOf(size), rightOf(name) + sheetOverhang) << "and its frame has room beside it";
+}
+
 TEST_F(NewVolumeSheetTest, TheKeyboardAloneCreatesAVolume)
 {
     QTest::keyClicks(window.focusWidget(), u"field-recordings"_s);

@@ -296,6 +296,25 @@ TEST_F(VolumesTableTest, PaintsTheSelectedRowsFillAndMark)
     EXPECT_EQ(pixel({60, 79}), Theme::panel) << "and none below the selected one";
 }
 
+TEST_F(VolumesTableTest, MarksRowsAndStatesWhereReadingBegins)
+{
+    window.setLayoutDirection(Qt::RightToLeft);
+    show(manyVolumes(3));
+    click(1);
+    const QRect row = table.visualRect(rows->index(1, 0));
+    EXPECT_EQ(row.right(), table.viewport()->width() - 1) << "names come first";
+    EXPECT_EQ(pixel({row.right() - 5, row.center().y()}), Theme::accent);
+    EXPECT_NE(pixel({5, row.center().y()}), Theme::accent);
+    const QRect place = table.visualRect(rows->index(0, static_cast<int>(VolumeColumn::Offsite)));
+    const QImage cell = table.viewport()->grab(place).toImage();
+    const auto isPainted = [&](int x) { return cell.pixelColor(x, cell.height() / 2 - 4) != Theme::bg; };
+    int last = cell.width() - 1;
+    while (last > 0 && !isPainted(last)) {
+        --last;
+    }
+    EXPECT_NEAR(last, cell.width() - 6 - 4, 3) << "the mark stands at the cell's beginning";
+}
+
 TEST_F(VolumesTableTest, PaintsTheRowUnderThePointer)
 {
     show(manyVolumes(5));
