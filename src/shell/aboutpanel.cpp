@@ -10,8 +10,6 @@
 #include "ui/theme.h"
 
 #include <QBoxLayout>
-#include <QPainter>
-#include <QShortcut>
 
 namespace quillfen {
 
@@ -30,11 +28,9 @@ AgentLabel *centred(const QString &text, Type type, const QColor &colour)
 
 } // namespace
 
-AboutPanel::AboutPanel(const QString &applicationVersion, const QString &version, QWidget *parent) : QDialog(parent)
+AboutPanel::AboutPanel(const QString &applicationVersion, const QString &version, QWidget *parent)
+    : PanelWindow(tr("About Quillfen"), parent)
 {
-    setWindowTitle(tr("About Quillfen"));
-    setWindowFlag(Qt::FramelessWindowHint);
-    setAttribute(Qt::WA_DeleteOnClose);
     setFixedWidth(panelWidth);
 
     auto *credits = new Label(product::webSite(), Type::Caption, Theme::text);
@@ -42,9 +38,6 @@ AboutPanel::AboutPanel(const QString &applicationVersion, const QString &version
     auto *close = new Button(tr("Close"), SecondaryButtonStyle{});
     close->setDefault(true);
     connect(close, &QAbstractButton::clicked, this, &QDialog::accept);
-    // The main window's keys end at its own edge.
-    connect(new QShortcut(Qt::CTRL | Qt::Key_W, this), &QShortcut::activated, this, &QDialog::reject);
-    connect(new QShortcut(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, this, &AboutPanel::quitRequested);
 
     setLayout(column({Item{new BrandMark(markSize), 0, Qt::AlignHCenter}, Space{16},
                       centred(QStringLiteral("Quillfen"), Type::Title, Theme::heading), Space{4},
@@ -52,14 +45,6 @@ AboutPanel::AboutPanel(const QString &applicationVersion, const QString &version
                       centred(version, Type::Body, Theme::text), Space{12}, Item{credits, 0, Qt::AlignHCenter},
                       Space{20}, Item{close, 0, Qt::AlignHCenter}},
                      0, QMargins(padding, padding, padding, padding)));
-}
-
-void AboutPanel::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.fillRect(rect(), Theme::bg);
-    painter.setPen(Theme::line);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 } // namespace quillfen

@@ -3,9 +3,13 @@
 #include "shell/appdelegate.h"
 
 #include "shell/aboutpanel.h"
+#include "shell/activation.h"
+#include "shell/activity/activitywindow.h"
 #include "shell/launch.h"
 #include "shell/mainwindow.h"
+#include "shell/notifier.h"
 #include "shell/rootview.h"
+#include "shell/shortcutswindow.h"
 #include "shell/statusarea.h"
 #include "state/appstate.h"
 
@@ -13,6 +17,7 @@
 #include <QFileOpenEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillfen {
 
@@ -32,21 +37,26 @@ bool anyWindowVisible()
     return std::ranges::any_of(QApplication::topLevelWidgets(), [](QWidget *window) { return window->isVisible(); });
 }
 
-void bringToFront(QWidget &window)
+/// As far as a program can know: a window that others cover counts as seen.
+bool isSeen(const QWidget *window)
 {
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
+    return window != nullptr && window->isVisible() && !window->isMinimized();
 }
 
-/// Lets the next window that comes forward do so in the name of the start that asked for it: Qt's Wayland side reads
-/// the token there when it asks for the focus, and clears it.
-void takeActivation(const Wish &wish)
+/// The last of them that is one stays, as the pending enrolment code.
+void takeLinks(AppState &state, const QStringList &links)
 {
-    if (!wish.activationToken.isEmpty()) {
-        qputenv("XDG_ACTIVATION_TOKEN", wish.activationToken.toUtf8());
+    for (const QString &link : links) {
+        if (isProductLink(link) && isAcceptable(link)) {
+            state.pendingEnrol = link;
+        }
     }
+}
+
+void bringToFront(QWidget &window, const Wish &wish = {})
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    platform::bringForward(window, wish);
 }
 
 } // namespace
@@ -96,22 +106,34 @@ void AppDelegate::openStatusArea()
     onWish(&StatusArea::openRequested, {});
     onWish(&StatusArea::timeTravelRequested, QLatin1StringView(action::timeTravel));
     onWish(&StatusArea::newVolumeRequested, QLatin1StringView(action::newVolume));
+    connect(m_statusArea, &StatusArea::activityRequested, this, &AppDelegate::showActivity);
     connect(m_statusArea, &StatusArea::aboutRequested, this, &AppDelegate::about);
     connect(m_statusArea, &StatusArea::quitRequested, this, &AppDelegate::quitRequested);
     m_statusArea->open();
 }
 
-void AppDelegate::open(const QStringList &links)
+void AppDelegate::watchOutcomes(std::function<std::unique_ptr<DesktopNotifications>()> make)
 {
     const std::shared_ptr<AppState> state = m_current.lock();
-    if (!state) {
+    if (!state || m_notifier != nullptr) {
         return;
     }
-    for (const QString &link : links) {
-        if (isProductLink(link) && isAcceptable(link)) {
-            QMetaObject::invokeMethod(
-                this, [state, link] { state->pendingEnrol = link; }, Qt::QueuedConnection);
-        }
+    const auto outcomesAreSeen = [] {
+        return isSeen(firstWindow<MainWindow>()) || isSeen(firstWindow<ActivityWindow>());
+    };
+    m_notifier = new Notifier(state, outcomesAreSeen, std::move(make), this);
+    connect(m_notifier, &Notifier::openRequested, this, [this](const QString &activationToken) {
+        Wish wish;
+        wish.activationToken = activationToken;
+        grant(wish);
+    });
+}
+
+void AppDelegate::open(const QStringList &links)
+{
+    if (const std::shared_ptr<AppState> state = m_current.lock()) {
+        QMetaObject::invokeMethod(
+            this, [state, links] { takeLinks(*state, links); }, Qt::QueuedConnection);
     }
 }
 
@@ -121,11 +143,12 @@ void AppDelegate::grant(const Wish &wish)
     if (state && !wish.code.isEmpty() && isAcceptable(wish.code)) {
         state->pendingEnrol = wish.code;
     }
-    open(wish.links);
+    if (state) {
+        takeLinks(*state, wish.links); // before the window: a first run that comes with it takes the link at once
+    }
     auto *window = firstWindow<MainWindow>();
     if (wish.show && window != nullptr) {
-        takeActivation(wish);
-        bringToFront(*window);
+        bringToFront(*window, wish);
     }
     if (state && wish.action == QLatin1StringView(action::newVolume)) {
         state->showNewVolume = true;
@@ -156,10 +179,49 @@ AboutPanel *AppDelegate::about()
         const std::shared_ptr<AppState> state = m_current.lock();
         const QString agentVersion = state ? state->agentVersion() : QString();
         panel = new AboutPanel(AppState::appVersion(), tr("agent %1").arg(agentVersion), firstWindow<MainWindow>());
-        connect(panel, &AboutPanel::quitRequested, this, &AppDelegate::quitRequested);
+        heed(*panel);
     }
     bringToFront(*panel);
     return panel;
+}
+
+ShortcutsWindow *AppDelegate::showShortcuts()
+{
+    auto *panel = firstWindow<ShortcutsWindow>();
+    if (panel == nullptr) {
+        const std::shared_ptr<AppState> state = m_current.lock();
+        panel = new ShortcutsWindow(shownKeys(state && state->isAdmin()), firstWindow<MainWindow>());
+        heed(*panel);
+    }
+    bringToFront(*panel);
+    return panel;
+}
+
+ActivityWindow *AppDelegate::showActivity()
+{
+    auto *panel = firstWindow<ActivityWindow>();
+    if (panel == nullptr) {
+        const std::shared_ptr<AppState> state = m_current.lock();
+        if (!state) {
+            return nullptr;
+        }
+        panel = new ActivityWindow(state, firstWindow<MainWindow>());
+        if (m_activitySize.isValid()) {
+            panel->resize(m_activitySize);
+        }
+        connect(panel, &QDialog::finished, this, [this, panel] { m_activitySize = panel->size(); });
+        heed(*panel);
+    }
+    bringToFront(*panel);
+    return panel;
+}
+
+/// The program's keys mean in every window what they mean in the first.
+void AppDelegate::heed(PanelWindow &panel)
+{
+    connect(&panel, &PanelWindow::quitRequested, this, &AppDelegate::quitRequested);
+    connect(&panel, &PanelWindow::shortcutsRequested, this, &AppDelegate::showShortcuts);
+    connect(&panel, &PanelWindow::activityRequested, this, &AppDelegate::showActivity);
 }
 
 bool AppDelegate::eventFilter(QObject *, QEvent *event)

@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "desktop/desktopnotifications.h"
 #include "shell/wish.h"
 
 #include <QObject>
+#include <QSize>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QWidget;
@@ -14,7 +17,11 @@ class QWidget;
 namespace quillfen {
 
 class AboutPanel;
+class ActivityWindow;
 class AppState;
+class Notifier;
+class PanelWindow;
+class ShortcutsWindow;
 class StatusArea;
 
 /// What the desktop asks of the program as a whole: start, open a link, come back, tell about itself, end.
@@ -35,6 +42,8 @@ public:
     void setQuitOnClose(bool quits) { m_quitOnClose = quits; }
     /// Looks for a status area, in which the program lives on without windows. Once; later calls do nothing.
     void openStatusArea();
+    /// Tells on the desktop how long operations end while no window is seen. Once; later calls do nothing.
+    void watchOutcomes(std::function<std::unique_ptr<DesktopNotifications>()> make = makeDesktopNotifications);
 
     /// Takes `quillfen:` links, one after the other, as the pending enrolment code; the last one stays. Others are
     /// ignored, and all of them are while there is no current state.
@@ -49,6 +58,10 @@ public:
     bool reopen(bool hasVisibleWindows);
     /// Shows the about panel, or brings it back to the front.
     AboutPanel *about();
+    /// Shows what every key does, or brings it back to the front.
+    ShortcutsWindow *showShortcuts();
+    /// Shows what was said and done, or brings it back to the front; null while there is no current state.
+    ActivityWindow *showActivity();
 
 Q_SIGNALS:
     /// The program should end: the user asked for it.
@@ -59,11 +72,14 @@ protected:
 
 private:
     void lastWindowClosed();
+    void heed(PanelWindow &panel);
 
     QStringList m_arguments;
     std::weak_ptr<AppState> m_current;
     StatusArea *m_statusArea = nullptr;
+    Notifier *m_notifier = nullptr;
     bool m_quitOnClose = false;
+    QSize m_activitySize; ///< that the user last gave its window
 };
 
 } // namespace quillfen

@@ -4,7 +4,6 @@
 
 #include <QDBusMessage>
 #include <QDBusReply>
-#include <QFileInfo>
 
 #include <vector>
 
@@ -97,15 +96,6 @@ BusDoor::BusDoor(QObject *parent)
 BusDoor::~BusDoor()
 {
     QDBusConnection::disconnectFromBus(connectionName());
-}
-
-bool BusDoor::busExists()
-{
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-        return true;
-    }
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtime.isEmpty() && QFileInfo::exists(runtime + "/bus"_L1);
 }
 
 Claim BusDoor::claim(const Wish &wish)

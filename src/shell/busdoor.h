@@ -20,8 +20,6 @@ public:
     explicit BusDoor(QObject *parent = nullptr);
     ~BusDoor() override;
 
-    /// Whether this session has a bus. Asking for one that is not there would start one, which takes long.
-    [[nodiscard]] static bool busExists();
     [[nodiscard]] bool isConnected() const { return m_bus.isConnected(); }
     [[nodiscard]] Claim claim(const Wish &wish) override;
 

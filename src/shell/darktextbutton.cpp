@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/darktextbutton.h"
 
+#include "ui/direction.h"
 #include "ui/enterkey.h"
 #include "ui/label.h"
+#include "ui/paint.h"
 #include "ui/theme.h"
 #include "ui/tooltip.h"
 #include "ui/type.h"
@@ -22,9 +24,9 @@ constexpr int underlineGap = 3;
 
 } // namespace
 
-DarkTextButton::DarkTextButton(QWidget *parent) : QAbstractButton(parent)
+DarkTextButton::DarkTextButton(QWidget *parent) : QAbstractButton(parent), m_type(Type::BodyMedium)
 {
-    setFont(quillfen::font(Type::BodyMedium));
+    setFont(quillfen::font(m_type));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFocusPolicy(Qt::TabFocus);
     setProperty("darkSurface", true);
@@ -47,9 +49,18 @@ void DarkTextButton::setUnderlined(bool underlined)
     update();
 }
 
+void DarkTextButton::setQuiet()
+{
+    m_quiet = true;
+    m_type = Type::Caption;
+    setFont(quillfen::font(m_type));
+    setAttribute(Qt::WA_Hover);
+    updateGeometry();
+}
+
 QSize DarkTextButton::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(accessibleName()) + 1, lineHeight(Type::BodyMedium)};
+    return {fontMetrics().horizontalAdvance(accessibleName()) + 1, lineHeight(m_type)};
 }
 
 QSize DarkTextButton::minimumSizeHint() const
@@ -66,12 +77,13 @@ void DarkTextButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setFont(font());
-    painter.setPen(Theme::dBright);
+    painter.setPen(m_quiet && !underMouse() ? Theme::dText : Theme::dBright);
     const QString label = shownLabel();
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, label);
-    if (m_underlined) {
+    drawLine(painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, label);
+    if (m_underlined || (m_quiet && underMouse())) {
         const int below = (height() + fontMetrics().ascent() - fontMetrics().descent()) / 2 + underlineGap;
-        painter.drawLine(0, below, fontMetrics().horizontalAdvance(label) - 1, below);
+        const QRectF line(0, below, fontMetrics().horizontalAdvance(label), 1);
+        paintHairline(painter, mirrored(*this, line), Theme::dBright);
     }
 }
 
@@ -86,7 +98,7 @@ bool DarkTextButton::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const bool whole = shownLabel() == accessibleName();
-        showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), whole ? QString() : accessibleName(), this);
+        showPlainToolTip(static_cast<QHelpEvent *>(event)->globalPos(), whole ? toolTip() : accessibleName(), this);
         return true;
     }
     return QAbstractButton::event(event);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ui/type.h"
+
 #include <QAbstractButton>
 
 namespace quillfen {
@@ -16,6 +18,8 @@ public:
     /// `acts`: pressing it does something.
     void setLabel(const QString &label, bool acts);
     void setUnderlined(bool underlined);
+    /// Small and dim at rest, bright and underlined under the pointer.
+    void setQuiet();
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -28,7 +32,9 @@ protected:
 private:
     [[nodiscard]] QString shownLabel() const;
 
+    Type m_type;
     bool m_underlined = false;
+    bool m_quiet = false;
 };
 
 } // namespace quillfen

@@ -40,6 +40,8 @@ LaunchOptions launchOptionsFrom(const QStringList &arguments)
             options.background = true;
         } else if (argument == "--quit-on-close"_L1) {
             options.quitOnClose = true;
+        } else if (argument == "--reverse"_L1 || argument == "-reverse"_L1) {
+            // Qt reads it, and lays everything out from right to left.
         } else if (isProductLink(argument)) {
             options.links.append(argument);
         } else if (argument.startsWith(u'-')) {

@@ -14,10 +14,12 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <utility>
+#include <vector>
 
 using namespace quillfen;
 
@@ -97,7 +99,8 @@ int runWindow(QApplication &application, const QStringList &arguments, const Lau
     delegate.setQuitOnClose(options.quitOnClose);
     MainWindow window(state);
     platform::watchControlsSide(window, [](bool atLeft) { controlsAtLeft() = atLeft; });
-    bool begun = false; // in the background it begins before its window appears
+    bool begun = false;      // in the background it begins before its window appears
+    std::vector<Wish> early; // of later starts, and of the bus that has started this one
     const auto begin = [&] {
         if (std::exchange(begun, true)) {
             return;
@@ -107,15 +110,25 @@ int runWindow(QApplication &application, const QStringList &arguments, const Lau
         wish.show = false; // it is on its way
         wish.code.clear(); // taken as it is, by the start-up action
         delegate.grant(wish);
+        std::ranges::for_each(early, [&](const Wish &one) { delegate.grant(one); });
         if (!options.tourFolder) {
             delegate.openStatusArea();
+            delegate.watchOutcomes();
         }
     };
     QObject::connect(&window.root(), &RootView::appeared, &delegate, begin);
     if (door != nullptr) {
-        QObject::connect(door, &Door::wished, &delegate, &AppDelegate::grant);
+        QObject::connect(door, &Door::wished, &delegate, [&](const Wish &wish) {
+            if (begun) {
+                delegate.grant(wish);
+            } else {
+                early.push_back(wish);
+            }
+        });
     }
-    QObject::connect(&window.root(), &RootView::aboutRequested, &delegate, &AppDelegate::about);
+    QObject::connect(&window, &MainWindow::aboutRequested, &delegate, &AppDelegate::about);
+    QObject::connect(&window, &MainWindow::shortcutsRequested, &delegate, &AppDelegate::showShortcuts);
+    QObject::connect(&window, &MainWindow::activityRequested, &delegate, &AppDelegate::showActivity);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QApplication::quit);
     QObject::connect(&delegate, &AppDelegate::quitRequested, &application, &QApplication::quit);
     if (options.background) {

@@ -10,16 +10,15 @@
 #include "boards/timetravel/timetravelview.h"
 #include "boards/volumes/volumesview.h"
 #include "shell/launch.h"
-#include "shell/platform.h"
 #include "shell/sidebar.h"
 #include "state/appstate.h"
 #include "state/start.h"
+#include "ui/accessible.h"
 #include "ui/board.h"
 #include "ui/layout.h"
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -34,10 +33,14 @@ MainView::MainView(std::shared_ptr<AppState> state, QWidget *parent)
     m_layout = row({m_sidebar, Item{m_board, 1}}, 0);
     setLayout(m_layout);
     setProperty("ownFocus", true);
+    setRole(this, QAccessible::Pane);
+    setAccessibleName(displayTitle(m_section)); // read where it takes the focus of a board that goes
     m_sidebar->setSection(m_section);
 
     connect(m_sidebar, &Sidebar::sectionChosen, this, &MainView::setSection);
     connect(m_sidebar, &Sidebar::aboutRequested, this, &MainView::aboutRequested);
+    connect(m_sidebar, &Sidebar::shortcutsRequested, this, &MainView::shortcutsRequested);
+    connect(m_sidebar, &Sidebar::activityRequested, this, &MainView::activityRequested);
     m_navigation = m_state->notifications().listen(Notifications::navigate, [this](const json::object &values) {
         if (str(values, "section") != "timetravel"_L1) {
             return;
@@ -49,7 +52,6 @@ MainView::MainView(std::shared_ptr<AppState> state, QWidget *parent)
             board->navigate(values);
         }
     });
-    addKeys();
 }
 
 void MainView::setSection(Section section)
@@ -58,6 +60,7 @@ void MainView::setSection(Section section)
         return;
     }
     m_section = section;
+    setAccessibleName(displayTitle(section));
     m_sidebar->setSection(section);
     // Hiding what has the focus would hand it on to whatever follows, which is the window's own buttons.
     if (m_board->isAncestorOf(QApplication::focusWidget())) {
@@ -71,36 +74,32 @@ void MainView::setSection(Section section)
     m_board->show();
 }
 
-void MainView::addKeys()
+bool MainView::offers(KeyAction command) const
 {
-    const auto onKeys = [this](const QKeySequence &keys, auto &&slot) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, slot] {
-            // What lies beneath a sheet holds still.
-            if (!m_state->showNewVolume()) {
-                slot();
-            }
-        });
-    };
-    for (std::size_t number = 0; number < allSections.size(); ++number) {
-        onKeys(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + static_cast<int>(number))),
-               [this, number] { choose(number); });
+    if (m_state->showNewVolume()) {
+        return false;
     }
-    onKeys(QKeySequence(Qt::CTRL | Qt::Key_N), [this] { m_state->showNewVolume = true; });
-    onKeys(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { m_board->focusSearch(); });
-    for (const QKeySequence &keys : platform::refreshKeys()) {
-        onKeys(keys, [this] {
-            start(m_state->refresh());
-            m_board->reload();
-        });
+    if (const std::optional<Section> section = sectionOf(command)) {
+        const std::vector<Section> offered = offeredSections(*m_state);
+        return std::ranges::find(offered, *section) != offered.end();
     }
+    return command == KeyAction::NewVolume || command == KeyAction::Search || command == KeyAction::Refresh;
 }
 
-/// Shows the section of a number key; nothing while its entry is hidden.
-void MainView::choose(std::size_t number)
+void MainView::perform(KeyAction command)
 {
-    const std::vector<Section> offered = offeredSections(*m_state);
-    if (std::ranges::find(offered, allSections.at(number)) != offered.end()) {
-        setSection(allSections.at(number));
+    if (!offers(command)) {
+        return;
+    }
+    if (const std::optional<Section> section = sectionOf(command)) {
+        setSection(*section);
+    } else if (command == KeyAction::NewVolume) {
+        m_state->showNewVolume = true;
+    } else if (command == KeyAction::Search) {
+        m_board->focusSearch();
+    } else {
+        start(m_state->refresh());
+        m_board->reload();
     }
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "shell/keymap.h"
 #include "shell/section.h"
 #include "state/notifications.h"
 
@@ -27,13 +28,17 @@ public:
 
     [[nodiscard]] Section section() const noexcept { return m_section; }
     void setSection(quillfen::Section section);
+    /// Whether `command` is about this workspace and would do anything now. What lies beneath a sheet holds still.
+    [[nodiscard]] bool offers(KeyAction command) const;
+    /// Does it, where it is offered.
+    void perform(KeyAction command);
 
 Q_SIGNALS:
     void aboutRequested();
+    void shortcutsRequested();
+    void activityRequested();
 
 private:
-    void addKeys();
-    void choose(std::size_t number);
     [[nodiscard]] Board *createBoard();
 
     std::shared_ptr<AppState> m_state;

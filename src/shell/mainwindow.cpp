@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/mainwindow.h"
 
+#include "shell/mainview.h"
 #include "shell/platform.h"
 #include "shell/rootview.h"
 #include "shell/windowborder.h"
+#include "shell/windowcommands.h"
 #include "shell/windowcontrols.h"
 #include "shell/windowdrag.h"
 #include "shell/windowgeometry.h"
@@ -15,7 +17,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QShortcut>
 
 #include <utility>
 
@@ -41,17 +42,59 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget *parent)
     setMinimumSize(smallestSize);
     resize(defaultSize.boundedTo(screen()->availableSize()));
 
-    const auto onKeys = [this](Qt::Key key, auto &&slot) {
-        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, slot);
-    };
-    onKeys(Qt::Key_W, &QWidget::close);
-    onKeys(Qt::Key_Q, &MainWindow::quitRequested);
+    connect(m_root, &RootView::aboutRequested, this, &MainWindow::aboutRequested);
+    connect(m_root, &RootView::shortcutsRequested, this, &MainWindow::shortcutsRequested);
+    connect(m_root, &RootView::activityRequested, this, &MainWindow::activityRequested);
+    auto *const commands = new WindowCommands(this);
+    connect(commands, &WindowCommands::chosen, this, &MainWindow::perform);
+    platform::makeMenuBar(*commands, [this](KeyAction command) { return offers(command); });
+}
+
+bool MainWindow::offers(KeyAction command) const
+{
+    const MainView *const workspace = m_root->mainView();
+    const bool needsWorkspace = sectionOf(command) || command == KeyAction::NewVolume || command == KeyAction::Search ||
+                                command == KeyAction::Refresh;
+    return needsWorkspace ? workspace != nullptr && workspace->offers(command) : isCommand(command);
+}
+
+void MainWindow::perform(KeyAction command)
+{
+    switch (command) {
+    case KeyAction::ShowShortcuts:
+        Q_EMIT shortcutsRequested();
+        break;
+    case KeyAction::ShowActivity:
+        Q_EMIT activityRequested();
+        break;
+    case KeyAction::About:
+        Q_EMIT aboutRequested();
+        break;
+    case KeyAction::Minimise:
+        showMinimized();
+        break;
+    case KeyAction::CloseWindow:
+        // The menu bar belongs to all windows of the program.
+        (QApplication::activeWindow() != nullptr ? QApplication::activeWindow() : this)->close();
+        break;
+    case KeyAction::Quit:
+        Q_EMIT quitRequested();
+        break;
+    default:
+        if (MainView *const workspace = m_root->mainView()) {
+            workspace->perform(command);
+        }
+    }
 }
 
 bool MainWindow::focusNextPrevChild(bool next)
 {
     if (focusWidget() != nullptr && focusWidget()->property("keepsFocus").toBool()) {
         return true; // a button that begins to run, see Button
+    }
+    if (focusWidget() != nullptr && focusWidget() != this && !focusWidget()->isVisibleTo(this)) {
+        rest(*focusWidget());
+        return true;
     }
     // Screens and boards come and go behind the controls; only the moment of a step needs the order.
     if (m_controls != nullptr) {
@@ -62,6 +105,21 @@ bool MainWindow::focusNextPrevChild(bool next)
         }
     }
     return QWidget::focusNextPrevChild(next);
+}
+
+/// Qt hands the focus of what vanishes to the next control in line, whatever that does when Enter follows: of a list's
+/// last row to a button below it, of a board's last control to the one that minimises. It rests on what the control
+/// stood in instead, from where Tab goes on.
+void MainWindow::rest(const QWidget &vanished)
+{
+    QWidget *place = vanished.parentWidget();
+    while (place != this && !place->isVisibleTo(this)) {
+        place = place->parentWidget();
+    }
+    if (place == this) {
+        place = m_root;
+    }
+    place->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::resizeEvent(QResizeEvent *)

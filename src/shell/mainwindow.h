@@ -10,6 +10,7 @@
 namespace quillfen {
 
 class AppState;
+enum class KeyAction;
 class RootView;
 class WindowControls;
 
@@ -23,8 +24,16 @@ public:
 
     [[nodiscard]] RootView &root() noexcept { return *m_root; }
 
+    /// Whether a command would do anything now.
+    [[nodiscard]] bool offers(KeyAction command) const;
+    /// Does what keys and menus ask for.
+    void perform(KeyAction command);
+
 Q_SIGNALS:
     void quitRequested();
+    void aboutRequested();
+    void shortcutsRequested();
+    void activityRequested();
 
 protected:
     bool focusNextPrevChild(bool next) override;
@@ -36,6 +45,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
+    void rest(const QWidget &vanished);
+
     RootView *m_root;
     WindowControls *m_controls = nullptr;
     std::optional<QPoint> m_held; ///< where on the screen the top strip was pressed

@@ -12,6 +12,7 @@
 #include "ui/brand.h"
 #include "ui/buttons.h"
 #include "ui/compositing.h"
+#include "ui/direction.h"
 #include "ui/hairline.h"
 #include "ui/label.h"
 #include "ui/layout.h"
@@ -59,8 +60,7 @@ MenuBarView::MenuBarView(std::shared_ptr<AppState> state, QWidget *parent)
       m_status(new AgentLabel({}, Type::BodyMedium, Theme::dBright)), m_plan(new QWidget),
       m_planName(new AgentLabel({}, Type::CaptionSemibold, Theme::dBright)),
       m_planLine(new AgentLabel({}, Type::Caption, Theme::dText)), m_bar(new Bar(0.0, Theme::dLine, Theme::accent, 4)),
-      m_volumes(std::make_unique<MenuBarVolumes>(m_state)),
-      m_list(new LongList(*m_volumes, scaled(rowHeight), tr("Volumes"))),
+      m_volumes(std::make_unique<MenuBarVolumes>(m_state)), m_list(new LongList(*m_volumes, rowHeight, tr("Volumes"))),
       m_engine(new AgentLabel({}, Type::Caption, Theme::dText)),
       m_observer(
           {&m_state->account, &m_state->vm, &m_state->volumes, &m_state->mounts, &m_state->statuses},
@@ -92,14 +92,15 @@ void MenuBarView::build()
                 m_plan, new Hairline(Theme::dLine), row({title}, 0, QMargins(padding, 12, padding, 4)), m_list,
                 Space{8}, buttons(), new Hairline(Theme::dLine), foot()},
                0, shadowMargins() + 1));
-    setFixedWidth(panelWidth + shadowMargins().left() + shadowMargins().right());
+    setFixedWidth(scaled(panelWidth) + shadowMargins().left() + shadowMargins().right());
 }
 
 QWidget *MenuBarView::header()
 {
+    auto *mark = new BrandMark(22);
+    setAccessible(mark, QAccessible::Client, {}); // the word beside it says the name
     auto *background = new Label(tr("Running in background"), Type::Caption, Theme::dMuted);
-    QWidget *part =
-        padded(row({new BrandMark(22), new Brand(true), Stretch{}, background}, 8, QMargins(padding, 0, padding, 0)));
+    QWidget *part = padded(row({mark, new Brand(true), Stretch{}, background}, 8, QMargins(padding, 0, padding, 0)));
     part->setFixedHeight(scaled(headerHeight));
     return part;
 }
@@ -213,9 +214,9 @@ void MenuBarView::paintEvent(QPaintEvent *)
         painter.fillRect(rect(), Theme::dLine); // where the mask's steps lie outside the smooth corner
     }
     paintSurface(painter, panel, radius, Theme::dBg, Theme::dLine);
-    const QPointF dot(panel.left() + 1 + padding + 4.0, m_status->y() + lineHeight(Type::BodyMedium) / 2.0);
+    const QRectF dot(panel.left() + 1 + padding, m_status->y() + lineHeight(Type::BodyMedium) / 2.0 - 4, 8, 8);
     const bool well = overallState(*m_state) == Overall::Protected;
-    paintStateMark(painter, dot, well ? Theme::accent : Theme::warnBright);
+    paintStateMark(painter, mirrored(*this, dot).center(), well ? Theme::accent : Theme::warnBright);
 }
 
 QMargins MenuBarView::shadowMargins() const

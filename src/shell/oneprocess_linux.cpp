@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
+#include "desktop/sessionbus.h"
 #include "shell/busdoor.h"
 #include "shell/oneprocess.h"
 #include "shell/socketdoor.h"
@@ -8,7 +9,7 @@ namespace quillfen::platform {
 
 std::unique_ptr<Door> makeDoor()
 {
-    if (BusDoor::busExists()) {
+    if (sessionBusExists()) {
         auto door = std::make_unique<BusDoor>();
         if (door->isConnected()) {
             return door;

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QKeySequence>
-#include <QList>
 #include <QString>
 
 #include <functional>
@@ -11,6 +9,14 @@
 
 class QObject;
 class QWidget;
+
+namespace quillfen {
+
+enum class KeyAction;
+enum class KeyStyle;
+class WindowCommands;
+
+} // namespace quillfen
 
 /// What the window system of each platform wants done differently. One source file each.
 namespace quillfen::platform {
@@ -24,8 +30,12 @@ void hideTitleBar(QWidget &window);
 /// Room at the top of the sidebar for the controls that the system puts there.
 [[nodiscard]] int sidebarTopInset();
 
-/// The keys that refresh.
-[[nodiscard]] QList<QKeySequence> refreshKeys();
+/// Whose keys the program has.
+[[nodiscard]] KeyStyle keyStyle();
+
+/// Shows the commands in a menu bar, where programs have one that stands apart from their windows. `offers` tells what
+/// would do anything now.
+void makeMenuBar(const WindowCommands &commands, const std::function<bool(KeyAction)> &offers);
 
 /// The service manager's own command that restarts the agent, beside the product's; none where they are the same.
 [[nodiscard]] std::optional<QString> serviceRestartCommand();
@@ -38,8 +48,14 @@ void hideTitleBar(QWidget &window);
 /// told and whenever it changes; never where nobody says. `context` ends the watch.
 void watchControlsSide(QObject &context, const std::function<void(bool atLeft)> &told);
 
+/// Who draws the menu of a status icon.
+enum class MenuBy {
+    Program,
+    Desktop, ///< after it has been told over the bus what to draw
+};
+
 /// Calls `appeared` whenever the desktop comes to have room for status icons and `gone` when it has none any more;
 /// neither where it never has. `context` ends the watch.
-void watchStatusArea(QObject &context, const std::function<void()> &appeared, const std::function<void()> &gone);
+void watchStatusArea(QObject &context, const std::function<void(MenuBy)> &appeared, const std::function<void()> &gone);
 
 } // namespace quillfen::platform

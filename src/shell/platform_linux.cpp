@@ -3,6 +3,7 @@
 #include "shell/platform.h"
 
 #include "shell/controlsside.h"
+#include "shell/keymap.h"
 #include "ui/portalsetting.h"
 
 #include <QCoreApplication>
@@ -26,10 +27,12 @@ int sidebarTopInset()
     return 0;
 }
 
-QList<QKeySequence> refreshKeys()
+KeyStyle keyStyle()
 {
-    return {QKeySequence(Qt::Key_F5)};
+    return KeyStyle::Linux;
 }
+
+void makeMenuBar(const WindowCommands &, const std::function<bool(KeyAction)> &) {}
 
 std::optional<QString> serviceRestartCommand()
 {

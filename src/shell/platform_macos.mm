@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/platform.h"
 
+#include "shell/windowcommands.h"
+
+#include <QMenuBar>
 #include <QWidget>
 
 #import <AppKit/AppKit.h>
@@ -26,9 +29,17 @@ int sidebarTopInset()
     return 28;
 }
 
-QList<QKeySequence> refreshKeys()
+KeyStyle keyStyle()
 {
-    return {QKeySequence(Qt::Key_F5), QKeySequence(Qt::CTRL | Qt::Key_R)};
+    return KeyStyle::MacOS;
+}
+
+void makeMenuBar(const WindowCommands &commands, const std::function<bool(KeyAction)> &offers)
+{
+    // Without a parent it is the program's, also while no window is there.
+    auto *const bar = new QMenuBar(nullptr);
+    fillMenuBar(*bar, commands, offers);
+    QObject::connect(&commands, &QObject::destroyed, bar, &QObject::deleteLater);
 }
 
 std::optional<QString> serviceRestartCommand()
@@ -43,9 +54,9 @@ std::optional<QString> displayProblem()
 
 void watchControlsSide(QObject &, const std::function<void(bool atLeft)> &) {}
 
-void watchStatusArea(QObject &, const std::function<void()> &appeared, const std::function<void()> &)
+void watchStatusArea(QObject &, const std::function<void(MenuBy)> &appeared, const std::function<void()> &)
 {
-    appeared();
+    appeared(MenuBy::Program);
 }
 
 } // namespace quillfen::platform

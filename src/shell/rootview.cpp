@@ -151,6 +151,8 @@ QWidget *RootView::create(Screen screen)
     }
     auto *view = new MainView(m_state, this);
     connect(view, &MainView::aboutRequested, this, &RootView::aboutRequested);
+    connect(view, &MainView::shortcutsRequested, this, &RootView::shortcutsRequested);
+    connect(view, &MainView::activityRequested, this, &RootView::activityRequested);
     if (m_wishedSection) {
         view->setSection(*std::exchange(m_wishedSection, std::nullopt));
     }
@@ -176,6 +178,9 @@ void RootView::renderSheet()
     } else if (!wanted && m_newVolume != nullptr) {
         m_newVolume->leave();
         m_newVolume = nullptr;
+        if (window()->focusWidget() == nullptr) {
+            takeFocus(); // what had the focus before the sheet has gone meanwhile
+        }
     }
 }
 

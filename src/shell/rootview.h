@@ -45,6 +45,8 @@ Q_SIGNALS:
     /// The window shows its content for the first time.
     void appeared();
     void aboutRequested();
+    void shortcutsRequested();
+    void activityRequested();
 
 protected:
     void showEvent(QShowEvent *event) override;

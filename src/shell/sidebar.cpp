@@ -22,7 +22,7 @@ namespace quillfen {
 
 namespace {
 
-constexpr int sidebarWidth = 224;
+constexpr int leastWidth = 224;
 constexpr int brandLeft = 16;
 constexpr int brandAbove = 20;
 constexpr int controlsHeight = 28;
@@ -45,12 +45,16 @@ Sidebar::Sidebar(std::shared_ptr<AppState> state, QWidget *parent)
     : QWidget(parent), m_state(std::move(state)), m_top(new QWidget),
       m_observer({&m_state->auth, &controlsAtLeft()}, [this] { render(); })
 {
-    setFixedWidth(sidebarWidth);
     setProperty("darkSurface", true);
     auto *brand = new BrandButton;
     m_top->setLayout(row({Space{brandLeft}, brand, Stretch{}}, 0));
-    setLayout(column({m_top, Space{brandBelow}, createEntries(), Stretch{}, new SidebarFooter(m_state)}));
+    auto *footer = new SidebarFooter(m_state);
+    QWidget *const entries = createEntries();
+    setLayout(column({m_top, Space{brandBelow}, entries, Stretch{}, footer}));
+    setFixedWidth(std::max(leastWidth, entries->sizeHint().width())); // as wide as larger text needs
     connect(brand, &BrandButton::aboutRequested, this, &Sidebar::aboutRequested);
+    connect(footer, &SidebarFooter::shortcutsRequested, this, &Sidebar::shortcutsRequested);
+    connect(footer, &SidebarFooter::activityRequested, this, &Sidebar::activityRequested);
     render();
 }
 

@@ -31,6 +31,8 @@ public:
 Q_SIGNALS:
     void sectionChosen(quillfen::Section section);
     void aboutRequested();
+    void shortcutsRequested();
+    void activityRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -3,6 +3,7 @@
 #include "shell/sidebarentry.h"
 
 #include "ui/accessible.h"
+#include "ui/direction.h"
 #include "ui/hoverfade.h"
 #include "ui/theme.h"
 #include "ui/type.h"
@@ -35,7 +36,9 @@ SidebarEntry::SidebarEntry(Section section, QWidget *parent)
 
 QSize SidebarEntry::sizeHint() const
 {
-    return {textLeft + textRight, scaled(entryHeight)};
+    // The selected one has the wider letters; none of them may grow by being chosen.
+    const int text = QFontMetrics(quillfen::font(Type::Section)).horizontalAdvance(m_title);
+    return {textLeft + text + textRight, scaled(entryHeight)};
 }
 
 void SidebarEntry::paintEvent(QPaintEvent *)
@@ -50,10 +53,10 @@ void SidebarEntry::paintEvent(QPaintEvent *)
     const qreal middle = height() / 2.0;
     if (selected) {
         painter.setBrush(Theme::accent);
-        painter.drawRoundedRect(mark.translated(0, middle - mark.height() / 2), 1.5, 1.5);
+        painter.drawRoundedRect(mirrored(*this, mark.translated(0, middle - mark.height() / 2)), 1.5, 1.5);
     }
-    paintIcon(painter, sectionIcon(m_section), QRectF(iconLeft, middle - pictureSize / 2.0, pictureSize, pictureSize),
-              selected ? Theme::accent : Theme::dText);
+    const QRectF picture(iconLeft, middle - pictureSize / 2.0, pictureSize, pictureSize);
+    paintIcon(painter, sectionIcon(m_section), mirrored(*this, picture), selected ? Theme::accent : Theme::dText);
 
     const QFont &face = quillfen::font(selected ? Type::Section : Type::SectionRegular);
     const QRect room = rect().adjusted(textLeft, 0, -textRight, 0);
@@ -61,7 +64,7 @@ void SidebarEntry::paintEvent(QPaintEvent *)
     setToolTip(line == m_title ? QString() : m_title);
     painter.setFont(face);
     painter.setPen(selected ? Theme::dBright : Theme::dText);
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line);
+    drawLine(painter, mirrored(*this, room), Qt::AlignLeft | Qt::AlignVCenter, line);
 }
 
 } // namespace quillfen

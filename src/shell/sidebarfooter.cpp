@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/sidebarfooter.h"
 
+#include "shell/darktextbutton.h"
+#include "shell/keymap.h"
 #include "state/appstate.h"
 #include "state/format.h"
 #include "ui/bar.h"
+#include "ui/direction.h"
 #include "ui/label.h"
 #include "ui/layout.h"
+#include "ui/paint.h"
 #include "ui/statemark.h"
 #include "ui/theme.h"
 
@@ -22,6 +26,8 @@ namespace {
 
 constexpr int paddingX = 20;
 constexpr int paddingY = 16;
+constexpr int paddingBelow = 8; // the last row is higher than its words
+constexpr int linkHeight = 28;
 constexpr int dotRoom = 16; // an 8-px dot and its gap
 
 } // namespace
@@ -63,17 +69,40 @@ SidebarFooter::SidebarFooter(std::shared_ptr<AppState> state, QWidget *parent)
     m_bar->setAccessibleName(tr("Plan"));
     m_plan->setLayout(column({row({Item{m_planName, 1}, m_planLine}), Space{8}, m_bar, Space{14}}));
     m_account->setLayout(column({m_email, Space{2}}));
-    setLayout(column({m_plan, m_account, m_version, Space{10}, row({Space{dotRoom}, Item{m_engine, 1}}, 0)}, 0,
-                     QMargins(paddingX, paddingY + 1, paddingX, paddingY)));
+    setLayout(column(
+        {m_plan, m_account, m_version, Space{10}, row({Space{dotRoom}, Item{m_engine, 1}}, 0), Space{4}, createLinks()},
+        0, QMargins(paddingX, paddingY + 1, paddingX, paddingBelow)));
     render();
+}
+
+/// Each opens a window beside this one; its keys stand in its tooltip.
+QWidget *SidebarFooter::createLinks()
+{
+    auto *const links = new QWidget;
+    QBoxLayout *const line = row({}, 16);
+    const auto add = [&](const QString &label, KeyAction action, void (SidebarFooter::*asked)()) {
+        auto *const link = new DarkTextButton;
+        link->setLabel(label, true);
+        link->setQuiet();
+        link->setFixedHeight(scaled(linkHeight));
+        link->setToolTip(keysOf(action).value(0).toString(QKeySequence::NativeText));
+        connect(link, &QAbstractButton::clicked, this, asked);
+        line->addWidget(link);
+    };
+    add(tr("Activity"), KeyAction::ShowActivity, &SidebarFooter::activityRequested);
+    add(tr("Shortcuts"), KeyAction::ShowShortcuts, &SidebarFooter::shortcutsRequested);
+    line->addStretch();
+    links->setLayout(line);
+    return links;
 }
 
 void SidebarFooter::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(0, 0, width(), 1, Theme::dLine);
-    const QPointF centre(paddingX + 4.0, m_engine->geometry().center().y() + 0.5);
-    paintStateMark(painter, centre, m_state->engineRunning() ? Theme::engineOn : Theme::warnBright);
+    paintHairline(painter, QRectF(0, 0, width(), 1), Theme::dLine);
+    const QRectF mark(paddingX, m_engine->geometry().center().y() - 3.5, 8, 8);
+    paintStateMark(painter, mirrored(*this, mark).center(),
+                   m_state->engineRunning() ? Theme::engineOn : Theme::warnBright);
 }
 
 void SidebarFooter::render()

@@ -24,18 +24,23 @@ class Label;
 /// "1.3 TB of 2.0 TB".
 [[nodiscard]] QString planLine(const AppState &state);
 
-/// The foot of the sidebar: plan, account, version and engine.
+/// The foot of the sidebar: plan, account, version and engine, and the way to the program's other windows.
 class SidebarFooter final : public QWidget {
     Q_OBJECT
 
 public:
     explicit SidebarFooter(std::shared_ptr<AppState> state, QWidget *parent = nullptr);
 
+Q_SIGNALS:
+    void shortcutsRequested();
+    void activityRequested();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void render();
+    [[nodiscard]] QWidget *createLinks();
 
     std::shared_ptr<AppState> m_state;
     QWidget *m_plan;

@@ -4,7 +4,6 @@
 
 #include "desktop/fileviewer.h"
 #include "shell/menubarview.h"
-#include "shell/platform.h"
 #include "shell/statusicon.h"
 #include "state/appstate.h"
 #include "ui/label.h"
@@ -24,16 +23,6 @@ constexpr qsizetype mostVolumes = 20;
 /// Names longer than this would make the menu as wide as the screen.
 constexpr qsizetype longestName = 60;
 
-/// Agent text as the label of a menu's entry, where "&" marks a key.
-QString entryText(const QString &text)
-{
-    QString visible = madeVisible(text);
-    if (visible.size() > longestName) {
-        visible = visible.left(longestName) + u'…';
-    }
-    return visible.replace(u'&', QStringLiteral("&&"));
-}
-
 } // namespace
 
 StatusArea::StatusArea(std::shared_ptr<AppState> state, QObject *parent)
@@ -50,7 +39,7 @@ StatusArea::~StatusArea() = default;
 void StatusArea::open()
 {
     platform::watchStatusArea(
-        *this, [this] { appear(); }, [this] { disappear(); });
+        *this, [this](platform::MenuBy drawnBy) { appear(drawnBy); }, [this] { disappear(); });
 }
 
 MenuBarView &StatusArea::panel()
@@ -65,8 +54,9 @@ MenuBarView &StatusArea::panel()
     return *m_panel;
 }
 
-void StatusArea::appear()
+void StatusArea::appear(platform::MenuBy drawnBy)
 {
+    m_drawnBy = drawnBy;
     // An icon registers once, with the status area that is there when it is made.
     disappear();
     m_icon = std::make_unique<QSystemTrayIcon>();
@@ -110,6 +100,7 @@ void StatusArea::fillMenu()
     m_menu->addAction(tr("+ New volume"), this, &StatusArea::newVolumeRequested);
     m_menu->addAction(tr("Open Quillfen"), this, &StatusArea::openRequested);
     m_menu->addSeparator();
+    m_menu->addAction(tr("Activity"), this, &StatusArea::activityRequested);
     m_menu->addAction(tr("About Quillfen"), this, &StatusArea::aboutRequested);
     m_menu->addAction(tr("Quit"), this, &StatusArea::quitRequested);
 }
@@ -131,6 +122,21 @@ void StatusArea::addVolumes()
         list->addSeparator();
         list->addAction(tr("All volumes…"), this, &StatusArea::openRequested);
     }
+}
+
+/// Agent text as the label of an entry, as it is.
+QString StatusArea::entryText(const QString &text) const
+{
+    QString visible = madeVisible(text);
+    if (visible.size() > longestName) {
+        visible = visible.left(longestName) + u'…';
+    }
+    if (m_drawnBy == platform::MenuBy::Program) {
+        return visible.replace(u'&', QStringLiteral("&&"));
+    }
+    // Over the bus "_" marks a key, and Qt makes one of the first "&" and leaves the others alone.
+    visible.replace(u'_', QStringLiteral("__"));
+    return visible.contains(u'&') ? u'&' + visible : visible;
 }
 
 void StatusArea::render()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "shell/menubarrows.h"
+#include "shell/platform.h"
 #include "state/published.h"
 
 #include <QObject>
@@ -39,19 +40,22 @@ Q_SIGNALS:
     void openRequested();
     void timeTravelRequested();
     void newVolumeRequested();
+    void activityRequested();
     void aboutRequested();
     void quitRequested();
 
 private:
-    void appear();
+    void appear(platform::MenuBy drawnBy);
     void disappear();
     void togglePanel();
     void fillMenu();
     void addVolumes();
+    [[nodiscard]] QString entryText(const QString &text) const;
     void render();
 
     std::shared_ptr<AppState> m_state;
     std::unique_ptr<QMenu> m_menu;
+    platform::MenuBy m_drawnBy = platform::MenuBy::Program;
     std::unique_ptr<QSystemTrayIcon> m_icon;
     std::unique_ptr<MenuBarView> m_panel;
     std::optional<Overall> m_shown; ///< what the icon tells

@@ -14,7 +14,8 @@ namespace quillfen {
 namespace {
 
 constexpr int size = 16;
-constexpr std::array scales{1.0, 2.0, 3.0};
+/// Panels ask for 16, 22, 24, 32 and 48 pixels; a picture that is stretched to one of them blurs.
+constexpr std::array scales{1.0, 1.375, 1.5, 2.0, 3.0};
 
 void clear(QPainter &painter, auto &&draw)
 {
@@ -58,6 +59,7 @@ QIcon statusIcon(Overall overall)
             crossOut(painter);
         }
         painter.end();
+        picture.setDevicePixelRatio(1.0); // else the bus, which counts in pixels, is told of the first alone
         icon.addPixmap(picture);
     }
     icon.setIsMask(true);

@@ -4,6 +4,8 @@
 
 #include "boards/operator/operatorview.h"
 #include "shell/aboutpanel.h"
+#include "shell/activity/activitylist.h"
+#include "shell/activity/activitywindow.h"
 #include "shell/appdelegate.h"
 #include "shell/mainview.h"
 #include "shell/mainwindow.h"
@@ -163,6 +165,34 @@ bool pictureAboutPanel(AppDelegate &delegate, const QDir &folder)
     return taken;
 }
 
+/// With something of every kind in it: what a tour does itself leaves no traces there.
+bool pictureActivity(AppDelegate &delegate, AppState &state, const QDir &folder)
+{
+    const auto call = [](const char *method, const QString &title) {
+        RunningCall made;
+        made.method = method;
+        made.title = title;
+        made.line = R"({"jsonrpc":"2.0","id":41,"method":")" + made.method + R"(","params":{"volume_id":3121}})";
+        return made;
+    };
+    Activity &activity = state.activity;
+    activity.noticed(u"Renaming…"_s);
+    activity.end(activity.begin(call("volumes.rename", {})), {u"renamed"_s, false, {}});
+    activity.end(activity.begin(call("volumes.resize", {})), {u"the plan has no room for 4 TB"_s, true, -32'010});
+    RunningCall engine = call("vm.prepare", QCoreApplication::translate("Tour", "Setting up the engine"));
+    engine.progressEvent = "vm.progress";
+    const std::uint64_t running = activity.begin(engine);
+    activity.progress(engine.progressEvent, u"40 %"_s);
+    ActivityWindow *const window = delegate.showActivity();
+    const bool overviewTaken = takePicture(*window, folder, u"activity"_s);
+    auto *const list = window->findChild<ActivityList *>();
+    list->setCurrentIndex(list->model()->index(1, 0));
+    const bool detailTaken = takePicture(*window, folder, u"activity-detail"_s);
+    window->close();
+    activity.end(running, {});
+    return overviewTaken && detailTaken;
+}
+
 bool pictureMenuBarPanel(const MainWindow &window, const std::shared_ptr<AppState> &state, const QDir &folder)
 {
     MenuBarView panel(state);
@@ -187,7 +217,8 @@ int runTour(MainWindow &window, AppDelegate &delegate, const std::shared_ptr<App
         return 1;
     }
     const bool complete = pictureSections(window, *state, pictures) && pictureAboutPanel(delegate, pictures) &&
-                          pictureMenuBarPanel(window, state, pictures) && pictureOtherScreens(pictures, window.size());
+                          pictureActivity(delegate, *state, pictures) && pictureMenuBarPanel(window, state, pictures) &&
+                          pictureOtherScreens(pictures, window.size());
     return complete ? 0 : 1;
 }
 

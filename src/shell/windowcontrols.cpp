@@ -8,6 +8,7 @@
 
 #include <QBoxLayout>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <QTimer>
 
@@ -85,7 +86,8 @@ bool WindowControls::eventFilter(QObject *, QEvent *event)
 void WindowControls::place()
 {
     constexpr int fromSide = 8;
-    const bool left = controlsAtLeft()();
+    // A desktop that is read from right to left has its buttons on the other side, as everything else.
+    const bool left = controlsAtLeft()() != QGuiApplication::isRightToLeft();
     setLayoutDirection(left ? Qt::RightToLeft : Qt::LeftToRight); // the one that closes stays outermost
     move(left ? fromSide : window()->width() - width() - fromSide, 4);
 }

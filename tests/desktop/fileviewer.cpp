@@ -2,17 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/fileviewer.h"
 
+#include "privatebus.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <gmock/gmock.h>
 
 using namespace quillfen;
+using namespace quillfen::test;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 
@@ -71,30 +72,21 @@ class FileManagerTest : public testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        const QString daemon = QStandardPaths::findExecutable(u"dbus-daemon"_s);
-        if (daemon.isEmpty()) {
-            return;
-        }
-        bus = new QProcess;
-        bus->start(daemon, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        if (bus->waitForStarted() && bus->waitForReadyRead(5'000)) {
-            qputenv("DBUS_SESSION_BUS_ADDRESS", bus->readLine().trimmed());
+        bus = new PrivateBus;
+        if (!bus->address().isEmpty()) {
+            qputenv("DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
         }
     }
 
     static void TearDownTestSuite()
     {
-        if (bus != nullptr) {
-            QDBusConnection::disconnectFromBus(u"manager"_s);
-            bus->kill();
-            bus->waitForFinished();
-            delete bus;
-        }
+        QDBusConnection::disconnectFromBus(u"manager"_s);
+        delete bus;
     }
 
     void SetUp() override
     {
-        if (bus == nullptr) {
+        if (bus->address().isEmpty()) {
             GTEST_SKIP() << "no dbus-daemon on this computer";
         }
         auto connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"manager"_s);
@@ -109,7 +101,7 @@ protected:
         connection.unregisterObject(u"/org/freedesktop/FileManager1"_s);
     }
 
-    static inline QProcess *bus = nullptr;
+    static inline PrivateBus *bus = nullptr;
     Manager manager;
 };
 

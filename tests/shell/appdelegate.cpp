@@ -228,7 +228,7 @@ TEST(AppDelegate, GrantsACodeALinkAndAnActionOfALaterStart)
     wish.links = {u"quillfen:enrol?code=quill-8"_s};
     wish.action = u"new-volume"_s;
     started.delegate.grant(wish);
-    EXPECT_TRUE(waitFor([&] { return started.state->pendingEnrol() == u"quillfen:enrol?code=quill-8"_s; }));
+    EXPECT_EQ(started.state->pendingEnrol(), u"quillfen:enrol?code=quill-8"_s) << "before the window shows";
     EXPECT_TRUE(started.state->showNewVolume());
     EXPECT_TRUE(window.isVisible());
 }

@@ -97,6 +97,12 @@ TEST(LaunchOptions, FindNoFaultWithAPlainLine)
     }
 }
 
+TEST(LaunchOptions, LeaveTheReadingDirectionToQt)
+{
+    EXPECT_FALSE(launchOptionsFrom(line({u"-reverse"_s})).problem);
+    EXPECT_TRUE(launchOptionsFrom(line({u"--reverse"_s, u"--background"_s})).background);
+}
+
 TEST(LaunchOptions, NameTheArgumentTheyDoNotKnow)
 {
     EXPECT_EQ(launchOptionsFrom(line({u"--frobnicate"_s})).problem, u"Unknown option: --frobnicate"_s);

@@ -4,6 +4,8 @@
 
 #include "boards/operator/operatorview.h"
 #include "boards/volumes/volumesview.h"
+#include "shell/mainwindow.h"
+#include "shell/rootview.h"
 #include "shell/sidebarentry.h"
 #include "states.h"
 #include "support/fakeagent.h"
@@ -22,24 +24,25 @@ using namespace test;
 using testing::Contains;
 
 struct ShownView {
-    explicit ShownView(std::shared_ptr<AppState> shownState) : state(std::move(shownState)), view(state)
+    explicit ShownView(std::shared_ptr<AppState> shownState)
+        : state(std::move(shownState)), window(state), view(*window.root().mainView())
     {
-        view.resize(1180, 760);
-        view.show();
-        view.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
     ~ShownView() { settle(*state); }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        QTest::keyClick(&view, key, modifiers);
+        QTest::keyClick(&window, key, modifiers);
     }
     void navigate(const char *values) { state->notifications().post(Notifications::navigate, record(values)); }
 
     std::shared_ptr<AppState> state;
-    MainView view;
+    MainWindow window;
+    MainView &view;
 };
 
 Section startOn(const char *wish)
@@ -94,6 +97,7 @@ TEST(MainView, TakesTheFocusOfABoardThatGoes)
     shown.press(Qt::Key_2, Qt::ControlModifier);
     EXPECT_EQ(shown.view.section(), Section::TimeTravel);
     EXPECT_TRUE(shown.view.hasFocus()) << "and not the next control in line, which is far away";
+    EXPECT_EQ(shown.view.accessibleName(), u"Time travel"_s) << "where a screen reader says one is";
 }
 
 TEST(MainView, GivesEverySectionABoardOfItsOwn)

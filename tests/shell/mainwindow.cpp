@@ -6,6 +6,7 @@
 #include "shell/controlsside.h"
 #include "shell/mainview.h"
 #include "shell/rootview.h"
+#include "shell/sidebar.h"
 #include "shell/sidebarentry.h"
 #include "shell/windowborder.h"
 #include "shell/windowbutton.h"
@@ -115,6 +116,19 @@ TEST(MainWindow, MirrorsItsControlsWhereTheDesktopHasThemAtTheLeft)
     controlsAtLeft() = false;
     EXPECT_TRUE(waitFor([&] { return placeOf(shown, shown.control(u"Close"_s)).right() + 1 == 1000 - 8; }));
     EXPECT_TRUE(waitFor([&] { return placeOf(shown, brand).top() == brandBefore; }));
+}
+
+TEST(MainWindow, IsTurnedRoundWhereLinesAreReadFromRightToLeft)
+{
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    {
+        ShownWindow shown;
+        const auto *const sidebar = shown.window.findChild<Sidebar *>();
+        EXPECT_EQ(placeOf(shown, sidebar).right() + 1, shown.window.width());
+        EXPECT_EQ(placeOf(shown, shown.control(u"Close"_s)), QRect(8, 4, 32, 28)) << "clear of the sidebar";
+        EXPECT_EQ(placeOf(shown, shown.control(u"Minimise"_s)).left(), 8 + 68);
+    }
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST(ControlsSide, IsWhereTheButtonThatClosesIs)
@@ -304,6 +318,27 @@ TEST(MainWindow, LeavesTheKeyboardOnAButtonThatRuns)
     button->setRunning(true);
     button->setRunning(false);
     EXPECT_TRUE(button->hasFocus());
+}
+
+TEST(MainWindow, KeepsTheKeyboardInPlaceWhereAControlVanishes)
+{
+    ShownWindow shown;
+    QWidget list(&shown.window);
+    QWidget row(&list);
+    Button remove(u"Remove"_s, DangerButtonStyle{}, &row);
+    Button next(u"Close account…"_s, DangerButtonStyle{}, &list);
+    list.resize(200, 100);
+    list.show();
+    QSignalSpy pressed(&next, &QAbstractButton::clicked);
+    remove.setFocus(Qt::TabFocusReason);
+    row.hide();
+    EXPECT_EQ(QApplication::focusWidget(), &list) << "and not what follows, which destroys something else";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(pressed.count(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(next.hasFocus()) << "Tab goes on from there";
+    list.hide();
+    EXPECT_EQ(QApplication::focusWidget(), &shown.window.root());
 }
 
 TEST(MainWindow, ClosesAndQuitsByKeys)

@@ -13,6 +13,8 @@
 #include "ui/textfield.h"
 #include "ui/toast.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QPointer>
 #include <QSignalSpy>
 
@@ -324,6 +326,25 @@ TEST(RootView, MayGoWhileACallWaits)
     }
     state->shutDown();
     EXPECT_FALSE(state->signedIn());
+}
+
+TEST(RootView, HasTheKeyboardAfterASheetWhoseOpenerHasGone)
+{
+    const std::shared_ptr<AppState> state = signedInState();
+    RootView root(state);
+    root.resize(1180, 760);
+    root.show();
+    root.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&root));
+    auto *const opener = new QLineEdit(&root);
+    opener->show();
+    opener->setFocus();
+    state->showNewVolume = true;
+    ASSERT_TRUE(waitFor([&] { return qobject_cast<TextField *>(QApplication::focusWidget()) != nullptr; }));
+    delete opener;
+    state->showNewVolume = false;
+    EXPECT_TRUE(waitFor([&] { return QApplication::focusWidget() == &root; }));
+    settle(*state);
 }
 
 } // namespace

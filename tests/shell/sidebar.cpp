@@ -6,6 +6,7 @@
 #include "shell/sidebarfooter.h"
 #include "states.h"
 #include "ui/bar.h"
+#include "ui/theme.h"
 #include "ui/type.h"
 
 #include <QAccessible>
@@ -87,6 +88,18 @@ TEST(Sidebar, FollowsAChangeOfTheOperatorsRights)
     EXPECT_TRUE(waitFor([&] { return shownEntries(sidebar).contains(u"Operator"_s); }));
     state->auth = record(R"({"signed_in": true})");
     EXPECT_TRUE(waitFor([&] { return !shownEntries(sidebar).contains(u"Operator"_s); }));
+}
+
+TEST(Sidebar, ShowsItsTitlesWholeWhateverTheTextSize)
+{
+    FollowedSidebar followed(signedInState(admin));
+    EXPECT_TRUE(lineHeight(Type::Section) > 20 || followed.sidebar.width() == 224) << followed.sidebar.width();
+    for (const Section section : allSections) {
+        followed.sidebar.setSection(section); // the selected one has the wider letters
+        SidebarEntry *const entry = entryOf(followed.sidebar, section);
+        static_cast<void>(entry->grab());
+        EXPECT_EQ(entry->toolTip(), QString()) << "is cut: " << rawTitle(section).toStdString();
+    }
 }
 
 TEST(Sidebar, IsAListOfPageTabsToAssistiveTechnology)
@@ -220,6 +233,19 @@ TEST(Sidebar, HasNoPlanWithoutCapacity)
     EXPECT_THAT(texts(sidebar), Not(Contains(u"Pro plan"_s)));
     EXPECT_FALSE(sidebar.findChild<Bar *>()->isVisibleTo(&sidebar));
     EXPECT_THAT(texts(sidebar), Contains(u"mara@northmere.example"_s));
+}
+
+TEST(Sidebar, MarksTheSectionWhereReadingBegins)
+{
+    SidebarEntry entry(Section::Volumes);
+    entry.setChecked(true);
+    entry.resize(200, 36);
+    const auto colourAt = [&](int x) { return entry.grab().toImage().pixelColor(x, 18); };
+    EXPECT_EQ(colourAt(5), Theme::accent);
+    EXPECT_EQ(colourAt(194), Theme::dPanel);
+    entry.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(colourAt(5), Theme::dPanel);
+    EXPECT_EQ(colourAt(194), Theme::accent);
 }
 
 TEST(Sidebar, GivesThePlansBarTheWordsBesideIt)

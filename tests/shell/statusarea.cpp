@@ -56,7 +56,7 @@ TEST(StatusArea, OffersEveryActionOfThePanelInAPlainMenu)
     StatusArea area(signedInState());
     EXPECT_THAT(labels(area.menu()),
                 ElementsAre(u"Protected · all data uploaded"_s, u"Time travel"_s, u"+ New volume"_s, u"Open Quillfen"_s,
-                            u"About Quillfen"_s, u"Quit"_s));
+                            u"Activity"_s, u"About Quillfen"_s, u"Quit"_s));
     const auto asks = [&](const QString &label, auto signal) {
         const QSignalSpy spy(&area, signal);
         entry(area.menu(), label)->trigger();
@@ -65,6 +65,7 @@ TEST(StatusArea, OffersEveryActionOfThePanelInAPlainMenu)
     EXPECT_TRUE(asks(u"Time travel"_s, &StatusArea::timeTravelRequested));
     EXPECT_TRUE(asks(u"+ New volume"_s, &StatusArea::newVolumeRequested));
     EXPECT_TRUE(asks(u"Open Quillfen"_s, &StatusArea::openRequested));
+    EXPECT_TRUE(asks(u"Activity"_s, &StatusArea::activityRequested));
     EXPECT_TRUE(asks(u"About Quillfen"_s, &StatusArea::aboutRequested));
     EXPECT_TRUE(asks(u"Quit"_s, &StatusArea::quitRequested));
 }
