@@ -204,13 +204,9 @@ void Client::fill(const std::string &field, const std::string &text) const
     if (!std::all_of(text.begin(), text.end(), isTyped)) {
         static_cast<void>(element.setText(text));
     } else {
-        // A busy window manager may still move a dialog that has stood still: then the first click goes astray.
-        const auto clickIn = [&] {
-            const Rect place = element.place();
-            clickAt(place.x + place.width / 2, place.y + place.height / 2);
-            return waitFor([&] { return element.focused(); }, std::chrono::seconds(2 * slowness));
-        };
-        if (!clickIn() && !clickIn()) {
+        const Rect place = element.place();
+        clickAt(place.x + place.width / 2, place.y + place.height / 2);
+        if (!waitFor([&] { return element.focused(); })) {
             giveUp("a click does not put the keyboard into \"" + field + '"');
         }
         pressKeys("Ctrl+a");
@@ -252,7 +248,10 @@ void Client::choose(const std::string &pickerName, const std::string &entry) con
     if (place == entries.end() || !box.press()) {
         giveUp("the picker \"" + pickerName + "\" does not offer \"" + entry + '"');
     }
-    deliverEvents(std::chrono::milliseconds(100)); // the list takes the keyboard when it is on the screen
+    // Before its list is on the screen, keys choose in the picker itself.
+    if (!waitFor([&] { return std::ranges::any_of(box.children(), &Element::showing); })) {
+        giveUp("the picker \"" + pickerName + "\" does not open");
+    }
     pressKeys("Home");
     for (auto walked = entries.begin(); walked != place; ++walked) {
         pressKeys("Down");
@@ -298,7 +297,14 @@ std::string Client::dump() const
 
 void Client::giveUp(const std::string &what) const
 {
-    throw std::runtime_error(what + "\n" + dump() + m_process.output());
+    std::string places;
+    for (const auto &window : windows()) {
+        const Rect place = window.place();
+        places += window.role() + " \"" + window.name() + "\": " + std::to_string(place.width) + 'x' +
+                  std::to_string(place.height) + '+' + std::to_string(place.x) + '+' + std::to_string(place.y) +
+                  (window.active() ? " active\n" : "\n");
+    }
+    throw std::runtime_error(what + "\n" + dump() + places + describeDisplay() + m_process.output());
 }
 
 } // namespace quillfen::e2e

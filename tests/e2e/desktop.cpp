@@ -41,6 +41,16 @@ constexpr auto windowManagerSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </openbox_config>
 )";
 
+// The last in the tree is the one that came last. A tool tip is for the pointer.
+Element newestWindow(const Element &application)
+{
+    const auto windows = application.children();
+    const auto newest = std::find_if(windows.rbegin(), windows.rend(), [](const Element &window) {
+        return window.showing() && window.role() != "tool tip";
+    });
+    return newest == windows.rend() ? Element() : *newest;
+}
+
 } // namespace
 
 // Registers for what the tests wait for.
@@ -164,6 +174,19 @@ Element Desktop::application(pid_t process) const
         }
     }
     return {};
+}
+
+void Desktop::awaitKeyboard() const
+{
+    const Element desktop(atspi_get_desktop(0));
+    // A window is in the tree as soon as its program shows it; the window manager hands it the keyboard later, and
+    // until then keys go to the window beneath, where a dialog lets nothing through.
+    const auto isThere = [&] {
+        const auto applications = desktop.children();
+        return std::any_of(applications.begin(), applications.end(),
+                           [](const Element &application) { return newestWindow(application).active(); });
+    };
+    static_cast<void>(waitFor(isThere, std::chrono::seconds(5 * slowness)));
 }
 
 bool Desktop::announced(const std::string &text)

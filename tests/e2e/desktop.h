@@ -42,6 +42,9 @@ public:
 
     /// The accessibility tree of a program; nothing until it has joined.
     [[nodiscard]] Element application(pid_t process) const;
+    /// Waits, as a person does before typing, until the window that has come up last has the keyboard. Not for long:
+    /// there may be none that takes it.
+    void awaitKeyboard() const;
     /// Whether a screen reader was given a reason to speak this text by itself: an alert appeared with it or changed to
     /// it.
     [[nodiscard]] bool announced(const std::string &text);

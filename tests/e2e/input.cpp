@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "input.h"
 
+#include "desktop.h"
+
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
@@ -75,10 +77,35 @@ void button(bool down, unsigned number = 1)
     XSync(display(), False);
 }
 
+void describe(Window window, int depth, std::string &lines)
+{
+    XWindowAttributes attributes{};
+    Window child = None;
+    int x = 0;
+    int y = 0;
+    if (XGetWindowAttributes(display(), window, &attributes) == 0 || attributes.map_state != IsViewable) {
+        return;
+    }
+    XTranslateCoordinates(display(), window, DefaultRootWindow(display()), 0, 0, &x, &y, &child);
+    lines += std::string(static_cast<std::size_t>(depth) * 2, ' ') + std::to_string(window) + ": " +
+             std::to_string(attributes.width) + 'x' + std::to_string(attributes.height) + '+' + std::to_string(x) +
+             '+' + std::to_string(y) + '\n';
+    Window root = None;
+    Window parent = None;
+    Window *windows = nullptr;
+    unsigned count = 0;
+    XQueryTree(display(), window, &root, &parent, &windows, &count);
+    for (unsigned index = 0; index < count; ++index) {
+        describe(windows[index], depth + 1, lines);
+    }
+    XFree(windows);
+}
+
 } // namespace
 
 void pressKeys(const std::string &chord)
 {
+    Desktop::instance().awaitKeyboard();
     std::vector<KeySym> keys;
     for (std::size_t start = 0; start < chord.size();) {
         const std::size_t end = std::min(chord.find('+', start), chord.size());
@@ -95,6 +122,7 @@ void pressKeys(const std::string &chord)
 
 void typeText(const std::string &text)
 {
+    Desktop::instance().awaitKeyboard();
     for (const char character : text) {
         tap(static_cast<KeySym>(character)); // the key symbols of printable ASCII are its codes
     }
@@ -159,6 +187,35 @@ Rect windowOnScreen()
     result.width = attributes.width;
     result.height = attributes.height;
     return result;
+}
+
+std::string describeDisplay()
+{
+    // A window may go while it is asked about.
+    const auto before = XSetErrorHandler([](Display *, XErrorEvent *) { return 0; });
+    Window root = DefaultRootWindow(display());
+    Window parent = None;
+    Window *windows = nullptr;
+    unsigned count = 0;
+    XQueryTree(display(), root, &root, &parent, &windows, &count);
+    std::string lines;
+    for (unsigned index = 0; index < count; ++index) {
+        describe(windows[index], 0, lines);
+    }
+    XFree(windows);
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display(), &focus, &revert);
+    Window under = None;
+    int x = 0;
+    int y = 0;
+    int inX = 0;
+    int inY = 0;
+    unsigned buttons = 0;
+    XQueryPointer(display(), root, &root, &under, &x, &y, &inX, &inY, &buttons);
+    XSetErrorHandler(before);
+    return lines + "keyboard in " + std::to_string(focus) + ", pointer over " + std::to_string(under) + " at " +
+           std::to_string(x) + ',' + std::to_string(y) + " buttons " + std::to_string(buttons) + '\n';
 }
 
 } // namespace quillfen::e2e

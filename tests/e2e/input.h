@@ -9,7 +9,7 @@
 namespace quillfen::e2e {
 
 /// Presses and releases keys as a hand does, through the display: "Tab", "Ctrl+1", "Shift+Tab", "Escape". Keys have the
-/// names that the X window system gives them.
+/// names that the X window system gives them. A window that is just coming up is given the time to take the keyboard.
 void pressKeys(const std::string &chord);
 
 /// Types a text of printable ASCII, key by key.
@@ -39,5 +39,9 @@ private:
 
 /// Where the window manager has the first window at this moment. The window's program is only told when a drag is over.
 [[nodiscard]] Rect windowOnScreen();
+
+/// The windows as the display has them, the lowest first, and where keyboard and pointer are: what to look at when the
+/// program and the display are not of one mind.
+[[nodiscard]] std::string describeDisplay();
 
 } // namespace quillfen::e2e
