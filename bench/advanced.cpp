@@ -3,6 +3,10 @@
 //
 // An answer of fifty megabytes in the console: how long until it is seen, how long the main thread was away from its
 // loop meanwhile, and how much memory it took, beside the bare parsing and writing of the same bytes.
+#include "gapmeter.h"
+#include "peer.h"
+#include "widgetmain.h"
+
 #include "boards/advanced/advancedmodel.h"
 #include "boards/advanced/advancedview.h"
 #include "boards/advanced/outputsearch.h"
@@ -10,35 +14,22 @@
 #include "boards/advanced/prettyjson.h"
 
 #include "state/start.h"
-#include "ui/housestyle.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QScrollBar>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <time.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
-#include <thread>
 
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
-
-double milliseconds(steady_clock::duration duration)
-{
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
 
 /// So many megabytes of records, as a list of restore points or tokens has them.
 std::string answerOf(std::size_t megabytes)
@@ -54,67 +45,16 @@ std::string answerOf(std::size_t megabytes)
 }
 
 /// Answers "big" with the large answer, and everything else with the list that names it.
-class Peer final {
-public:
-    explicit Peer(const std::string &big) : m_big(big)
-    {
-        m_path = m_folder.filePath(QStringLiteral("s")).toStdString();
-        m_listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        m_path.copy(address.sun_path, sizeof address.sun_path - 1);
-        ::bind(m_listener, reinterpret_cast<const sockaddr *>(&address), sizeof address);
-        ::listen(m_listener, 4);
-        m_thread = std::thread([this] { serve(); });
-    }
-    ~Peer()
-    {
-        ::shutdown(m_listener, SHUT_RDWR);
-        m_thread.join();
-        ::close(m_listener);
-    }
-    Peer(const Peer &) = delete;
-    Peer &operator=(const Peer &) = delete;
-
-    [[nodiscard]] const std::string &path() const { return m_path; }
-
-private:
-    void serve()
-    {
-        for (int client = -1; (client = ::accept(m_listener, nullptr, nullptr)) >= 0; ::close(client)) {
-            std::array<char, 4'096> request{};
-            for (ssize_t count = 0; (count = ::recv(client, request.data(), request.size(), 0)) > 0;) {
-                answer(client, {request.data(), static_cast<std::size_t>(count)});
-            }
-        }
-    }
-
-    void answer(int client, std::string_view request)
-    {
-        const std::size_t id = request.find(R"("id":)") + 5;
-        const std::string number(request.substr(id, request.find_first_not_of("0123456789", id) - id));
-        send(client, R"({"jsonrpc":"2.0","id":)" + number + R"(,"result":)");
-        send(client, request.find(R"("big")") == std::string_view::npos ? R"([{"name":"big"}])" : m_big);
-        send(client, "}\n");
-    }
-
-    static void send(int client, std::string_view bytes)
-    {
-        while (!bytes.empty()) {
-            const ssize_t sent = ::send(client, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent <= 0) {
-                return;
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
-    }
-
-    const std::string &m_big;
-    QTemporaryDir m_folder;
-    std::string m_path;
-    int m_listener = -1;
-    std::thread m_thread;
-};
+Peer::Serve answeringBig(const std::string &big)
+{
+    return [&big](int client) {
+        eachRequest(client, [&big, client](std::string_view request) {
+            sendAll(client, R"({"jsonrpc":"2.0","id":)" + std::string(idOf(request)) + R"(,"result":)");
+            sendAll(client, request.find(R"("big")") == std::string_view::npos ? R"([{"name":"big"}])" : big);
+            sendAll(client, "}\n");
+        });
+    };
+}
 
 /// A line of /proc/self/status, in megabytes (2^20 bytes).
 double memory(const QByteArray &name)
@@ -139,42 +79,6 @@ void forgetPeak()
         file.write("5");
     }
 }
-
-std::chrono::nanoseconds threadTime()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-/// Looks in every millisecond. What lies between two looks was spent away from the loop: by the clock on the wall,
-/// which counts what the machine gave to others, and by the work this thread did.
-class GapMeter final {
-public:
-    GapMeter()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.callOnTimeout([this] {
-            const auto wall = steady_clock::now();
-            const auto work = threadTime();
-            m_longest = std::max(m_longest, wall - m_lastWall);
-            m_longestWork = std::max(m_longestWork, work - m_lastWork);
-            m_lastWall = wall;
-            m_lastWork = work;
-        });
-        m_timer.start(1ms);
-    }
-
-    [[nodiscard]] double longest() const { return milliseconds(m_longest); }
-    [[nodiscard]] double longestWork() const { return milliseconds(m_longestWork); }
-
-private:
-    QTimer m_timer;
-    steady_clock::time_point m_lastWall = steady_clock::now();
-    std::chrono::nanoseconds m_lastWork = threadTime();
-    steady_clock::duration m_longest{};
-    std::chrono::nanoseconds m_longestWork{};
-};
 
 template <typename Condition>
 bool turnUntil(Condition condition)
@@ -234,7 +138,7 @@ double bareMilliseconds(const std::string &answer)
 void showALargeAnswer(benchmark::State &run)
 {
     const std::string answer = answerOf(static_cast<std::size_t>(run.range(0)));
-    const Peer peer(answer);
+    const Peer peer(answeringBig(answer));
     double gap = 0;
     double work = 0;
     double peak = 0;
@@ -268,7 +172,7 @@ void showALargeAnswer(benchmark::State &run)
 void scrollALargeAnswer(benchmark::State &run)
 {
     const std::string answer = answerOf(50);
-    const Peer peer(answer);
+    const Peer peer(answeringBig(answer));
     Console console(peer);
     console.run();
     QScrollBar &bar = *console.output().verticalScrollBar();
@@ -308,8 +212,5 @@ BENCHMARK(searchALargeAnswer)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    applyHouseLook(application);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return quillfen::bench::measureWidgets(argc, argv);
 }

@@ -4,24 +4,21 @@
 // The operator's tokens, twenty thousand of them: from the agent's answer to the painted list, from a key in the filter
 // to the painted finds, one step of the wheel, a page, a click on a caption. The floor is a bare QTableView over a
 // model that filters the same texts and has no buttons.
+#include "baretable.h"
+#include "widgetmain.h"
+
 #include "boards/operator/oprows.h"
 #include "boards/operator/recordlist.h"
 #include "state/format.h"
 #include "state/searchkey.h"
 #include "ui/buttons.h"
-#include "ui/housestyle.h"
 #include "ui/label.h"
 #include "ui/searchfield.h"
 #include "ui/theme.h"
 
-#include <QAbstractTableModel>
 #include <QApplication>
-#include <QEventLoop>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTableView>
-#include <QThread>
 
 #include <benchmark/benchmark.h>
 
@@ -31,6 +28,7 @@
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
@@ -90,78 +88,6 @@ RecordList::Setup setup()
                     {QStringLiteral("E-mail"), [](const Record &token) { return str(token, "email"); }, {}}};
     setup.makeRow = [](std::shared_ptr<const std::vector<Column>> columns) { return new Row(std::move(columns)); };
     return setup;
-}
-
-/// Notes when a widget was last painted.
-class PaintWatch final : public QObject {
-public:
-    explicit PaintWatch(QWidget *widget) { widget->installEventFilter(this); }
-
-    double secondsFrom(steady_clock::time_point begin)
-    {
-        m_painted = false;
-        while (!m_painted) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        }
-        return std::chrono::duration<double>(steady_clock::now() - begin).count();
-    }
-
-protected:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        m_painted = m_painted || event->type() == QEvent::Paint;
-        return false;
-    }
-
-private:
-    bool m_painted = false;
-};
-
-/// The median is the figure to read: on a busy machine single samples hold other programs' turns.
-class Samples {
-public:
-    explicit Samples(benchmark::State &run) : m_run(run) {}
-    ~Samples()
-    {
-        std::ranges::sort(m_seconds);
-        if (!m_seconds.empty()) {
-            m_run.counters["median_ms"] = m_seconds[m_seconds.size() / 2] * 1e3;
-            m_run.counters["p95_ms"] = m_seconds[m_seconds.size() * 95 / 100] * 1e3;
-        }
-    }
-    Samples(const Samples &) = delete;
-    Samples &operator=(const Samples &) = delete;
-
-    void add(double seconds)
-    {
-        m_seconds.push_back(seconds);
-        m_run.SetIterationTime(seconds);
-    }
-
-private:
-    benchmark::State &m_run;
-    std::vector<double> m_seconds;
-};
-
-void rest()
-{
-    const auto until = steady_clock::now() + 20ms;
-    while (steady_clock::now() < until) {
-        QCoreApplication::processEvents();
-        QThread::usleep(500);
-    }
-}
-
-const QString &typed()
-{
-    static const QString keys = QStringLiteral("1234\b\b\b\b");
-    return keys;
-}
-
-void type(QWidget *field, QChar letter)
-{
-    const int key = letter == u'\b' ? static_cast<int>(Qt::Key_Backspace) : letter.toUpper().unicode();
-    QCoreApplication::postEvent(field, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, QString(letter)));
 }
 
 class Tab {
@@ -268,89 +194,33 @@ void sortByLabel(benchmark::State &run)
     }
 }
 
-/// Twenty thousand texts by five, filtered by folded keys.
-class PlainModel final : public QAbstractTableModel {
-public:
-    explicit PlainModel(const Records &all) : m_all(all)
-    {
-        for (const Record &token : all) {
-            m_keys.push_back(searchKey(tokenLabel(token) + u'\n' + str(token, "email")));
-        }
-        filter({});
+BareModel bareModel()
+{
+    const Records all = manyTokens();
+    std::vector<QString> keys;
+    for (const Record &token : all) {
+        keys.push_back(searchKey(tokenLabel(token) + u'\n' + str(token, "email")));
     }
+    return {std::move(keys), 5, [all](int row, int column) {
+                const Record &token = all.at(row);
+                return column == 0 ? tokenLabel(token) : column == 1 ? str(token, "email") : QString();
+            }};
+}
 
-    void filter(const QString &query)
-    {
-        beginResetModel();
-        const QString key = searchKey(query);
-        m_shown.clear();
-        for (int at = 0; at < tokens; ++at) {
-            if (m_keys[static_cast<std::size_t>(at)].contains(key)) {
-                m_shown.push_back(at);
-            }
-        }
-        endResetModel();
-    }
-
-    [[nodiscard]] int rowCount(const QModelIndex &) const override { return static_cast<int>(m_shown.size()); }
-    [[nodiscard]] int columnCount(const QModelIndex &) const override { return 5; }
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role != Qt::DisplayRole) {
-            return {};
-        }
-        const Record &token = m_all.at(m_shown[static_cast<std::size_t>(index.row())]);
-        return index.column() == 0 ? tokenLabel(token) : index.column() == 1 ? str(token, "email") : QString();
-    }
-
-private:
-    Records m_all;
-    std::vector<QString> m_keys;
-    std::vector<int> m_shown;
-};
-
-class PlainTable {
-public:
-    PlainTable()
-    {
-        table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-        table.verticalHeader()->setDefaultSectionSize(44);
-        table.verticalHeader()->hide();
-        table.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-        table.setModel(&model);
-        table.resize(cardSize.width(), 560);
-        table.show();
-        rest();
-    }
-
-    PlainModel model{manyTokens()};
-    QTableView table;
-    PaintWatch painted{table.viewport()};
-};
+constexpr int bareRow = 44;
+constexpr QSize bareSize(cardSize.width(), 560);
 
 void floorKeystroke(benchmark::State &run)
 {
-    PlainTable plain;
-    QString query;
-    qsizetype at = 0;
-    Samples samples(run);
-    for (auto _ : run) {
-        rest();
-        const auto begin = steady_clock::now();
-        if (typed()[at] == u'\b') {
-            query.chop(1);
-        } else {
-            query += typed()[at];
-        }
-        plain.model.filter(query);
-        samples.add(plain.painted.secondsFrom(begin));
-        at = (at + 1) % typed().size();
-    }
+    BareModel model = bareModel();
+    BareTable plain(model, bareRow, bareSize);
+    typeInto(run, plain);
 }
 
 void floorScrollWheel(benchmark::State &run)
 {
-    PlainTable plain;
+    BareModel model = bareModel();
+    BareTable plain(model, bareRow, bareSize);
     QScrollBar *const bar = plain.table.verticalScrollBar();
     Samples samples(run);
     for (auto _ : run) {
@@ -374,12 +244,5 @@ BENCHMARK(sortByLabel)->UseManualTime()->Unit(benchmark::kMillisecond)->Iteratio
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication application(argc, argv);
-    applyHouseLook(application);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return quillfen::bench::measureWidgets(argc, argv);
 }

@@ -3,17 +3,14 @@
 //
 // A refresh of many volumes beside as many bare round trips to the same peer, and how long the main thread was away
 // from its loop meanwhile.
+#include "gapmeter.h"
+#include "peer.h"
+
 #include "state/appstate.h"
 
 #include <QCoreApplication>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <time.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -26,32 +23,9 @@
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
-
-double milliseconds(steady_clock::duration duration)
-{
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-sockaddr_un addressOf(const std::string &path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    return address;
-}
-
-void sendAll(int socket, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t sent = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent <= 0) {
-            return;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(sent));
-    }
-}
 
 /// Calls `use` with each line until the other end closes. Blocking.
 template <typename Use>
@@ -82,74 +56,40 @@ std::string volumesAnswer(std::int64_t count)
     return json::serialize(volumes);
 }
 
+std::string_view resultOf(std::string_view request, const std::string &volumes)
+{
+    const auto asks = [request](std::string_view method) { return request.find(method) != std::string_view::npos; };
+    if (asks("volumes.status")) {
+        return R"({"appliance":{"online":true,"connected":true,"pending_bytes":5},"offsite":{"percent":87},)"
+               R"("sync":{"local":{"FS_USED_BYTES":123456789012},"remote":{"seq":99}},"state":"running"})";
+    }
+    if (asks("recoveries.list_for_volume")) {
+        return R"({"recoveries":[]})";
+    }
+    if (asks("volumes.list")) {
+        return volumes;
+    }
+    return asks("auth.status") ? R"({"signed_in":true})" : R"({"status":"Running"})";
+}
+
 /// Answers each request by what its method calls for, with next to no work of its own.
-class Peer final {
-public:
-    explicit Peer(std::int64_t volumes) : m_volumes(volumesAnswer(volumes))
-    {
-        m_path = m_folder.filePath(QStringLiteral("s")).toStdString();
-        m_listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        const sockaddr_un address = addressOf(m_path);
-        ::bind(m_listener, reinterpret_cast<const sockaddr *>(&address), sizeof address);
-        ::listen(m_listener, 4);
-        m_thread = std::thread([this] {
-            for (int client = -1; (client = ::accept(m_listener, nullptr, nullptr)) >= 0; ::close(client)) {
-                readLines(client, [this, client](std::string_view line) { answer(client, line); });
-            }
+Peer::Serve answeringFor(std::int64_t count)
+{
+    return [volumes = volumesAnswer(count)](int client) {
+        std::string answer;
+        readLines(client, [&](std::string_view line) {
+            answer.assign(R"({"jsonrpc":"2.0","id":)").append(idOf(line));
+            answer.append(R"(,"result":)").append(resultOf(line, volumes)).append("}\n");
+            sendAll(client, answer);
         });
-    }
-    ~Peer()
-    {
-        ::shutdown(m_listener, SHUT_RDWR);
-        m_thread.join();
-        ::close(m_listener);
-    }
-    Peer(const Peer &) = delete;
-    Peer &operator=(const Peer &) = delete;
-
-    [[nodiscard]] const std::string &path() const { return m_path; }
-
-private:
-    [[nodiscard]] std::string_view resultOf(std::string_view line) const
-    {
-        const auto asks = [line](std::string_view method) { return line.find(method) != std::string_view::npos; };
-        if (asks("volumes.status")) {
-            return R"({"appliance":{"online":true,"connected":true,"pending_bytes":5},"offsite":{"percent":87},)"
-                   R"("sync":{"local":{"FS_USED_BYTES":123456789012},"remote":{"seq":99}},"state":"running"})";
-        }
-        if (asks("recoveries.list_for_volume")) {
-            return R"({"recoveries":[]})";
-        }
-        if (asks("volumes.list")) {
-            return m_volumes;
-        }
-        return asks("auth.status") ? R"({"signed_in":true})" : R"({"status":"Running"})";
-    }
-
-    void answer(int client, std::string_view line)
-    {
-        const std::size_t id = line.find(R"("id":)") + 5;
-        m_answer.assign(R"({"jsonrpc":"2.0","id":)");
-        m_answer.append(line.substr(id, line.find_first_not_of("0123456789", id) - id));
-        m_answer.append(R"(,"result":)").append(resultOf(line)).append("}\n");
-        sendAll(client, m_answer);
-    }
-
-    QTemporaryDir m_folder;
-    std::string m_path;
-    std::string m_volumes;
-    std::string m_answer;
-    int m_listener = -1;
-    std::thread m_thread;
-};
+    };
+}
 
 /// The floor: a blocking write, and a reading thread that hands each line over to the one that waits.
 class BareClient final {
 public:
-    explicit BareClient(const std::string &path) : m_socket(::socket(AF_UNIX, SOCK_STREAM, 0))
+    explicit BareClient(const std::string &path) : m_socket(connectedTo(path))
     {
-        const sockaddr_un address = addressOf(path);
-        ::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address);
         m_reader = std::thread([this] {
             readLines(m_socket, [this](std::string_view line) {
                 const std::scoped_lock hold(m_lock);
@@ -184,42 +124,6 @@ private:
     std::optional<std::string> m_line;
 };
 
-std::chrono::nanoseconds threadTime()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-/// Looks in every millisecond. What lies between two looks was spent away from the loop: by the clock on the wall,
-/// which counts what the machine gave to others, and by the work this thread did.
-class GapMeter final {
-public:
-    GapMeter()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.callOnTimeout([this] {
-            const auto wall = steady_clock::now();
-            const auto work = threadTime();
-            m_longest = std::max(m_longest, wall - m_lastWall);
-            m_longestWork = std::max(m_longestWork, work - m_lastWork);
-            m_lastWall = wall;
-            m_lastWork = work;
-        });
-        m_timer.start(1ms);
-    }
-
-    [[nodiscard]] double longest() const { return milliseconds(m_longest); }
-    [[nodiscard]] double longestWork() const { return milliseconds(m_longestWork); }
-
-private:
-    QTimer m_timer;
-    steady_clock::time_point m_lastWall = steady_clock::now();
-    std::chrono::nanoseconds m_lastWork = threadTime();
-    steady_clock::duration m_longest{};
-    std::chrono::nanoseconds m_longestWork{};
-};
-
 /// As a board does: totals, and as many rows as a screen holds.
 void readAScreenful(const AppState &state)
 {
@@ -251,7 +155,7 @@ double bareRoundTrips(const std::string &path, std::int64_t volumes)
 void refreshBesideBareRoundTrips(benchmark::State &run)
 {
     const std::int64_t volumes = run.range(0);
-    Peer peer(volumes);
+    const Peer peer(answeringFor(volumes));
     qputenv("QUILL_AGENT_SOCKET", peer.path().c_str());
     double gap = 0;
     double work = 0;

@@ -4,20 +4,18 @@
 // The Volumes board over ten thousand volumes: from a key to the painted finds, a page of scrolling, a render after one
 // status has changed. The floor is a bare QTableView over a model that filters the same names and has nothing to
 // derive.
+#include "baretable.h"
+#include "widgetmain.h"
+
 #include "boards/volumes/volumestable.h"
 #include "boards/volumes/volumesview.h"
 #include "state/appstate.h"
 #include "state/searchkey.h"
-#include "ui/housestyle.h"
 #include "ui/searchfield.h"
 
 #include <QApplication>
-#include <QEventLoop>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTableView>
-#include <QThread>
 
 #include <benchmark/benchmark.h>
 
@@ -27,6 +25,7 @@
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
@@ -56,84 +55,6 @@ std::shared_ptr<AppState> fullState()
     state->volumes = list;
     state->statuses = statuses;
     return state;
-}
-
-/// Notes when a widget was last painted.
-class PaintWatch final : public QObject {
-public:
-    explicit PaintWatch(QWidget *widget) { widget->installEventFilter(this); }
-
-    /// Runs the main loop until the widget has been painted since `begin`; how long after it that was.
-    double secondsFrom(steady_clock::time_point begin)
-    {
-        m_painted = false;
-        while (!m_painted) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        }
-        return std::chrono::duration<double>(steady_clock::now() - begin).count();
-    }
-
-protected:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        m_painted = m_painted || event->type() == QEvent::Paint;
-        return false;
-    }
-
-private:
-    bool m_painted = false;
-};
-
-/// The times of one benchmark. The median is the figure to read: on a busy machine single samples hold other programs'
-/// turns.
-class Samples {
-public:
-    explicit Samples(benchmark::State &run) : m_run(run) {}
-    ~Samples()
-    {
-        std::ranges::sort(m_seconds);
-        if (!m_seconds.empty()) {
-            m_run.counters["median_ms"] = m_seconds[m_seconds.size() / 2] * 1e3;
-            m_run.counters["p95_ms"] = m_seconds[m_seconds.size() * 95 / 100] * 1e3;
-        }
-    }
-    Samples(const Samples &) = delete;
-    Samples &operator=(const Samples &) = delete;
-
-    void add(double seconds)
-    {
-        m_seconds.push_back(seconds);
-        m_run.SetIterationTime(seconds);
-    }
-
-private:
-    benchmark::State &m_run;
-    std::vector<double> m_seconds;
-};
-
-/// Between two keys of a fast typist more than a frame goes by; without the pause every second key would be measured
-/// with the rest of its predecessor's frame.
-void rest()
-{
-    const auto until = steady_clock::now() + 20ms;
-    while (steady_clock::now() < until) {
-        QCoreApplication::processEvents();
-        QThread::usleep(500);
-    }
-}
-
-void type(QWidget *field, QChar letter)
-{
-    const int key = letter == u'\b' ? static_cast<int>(Qt::Key_Backspace) : letter.toUpper().unicode();
-    QCoreApplication::postEvent(field, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, QString(letter)));
-}
-
-const QString &typed()
-{
-    // A number and its taking back: from all volumes to a third of them, to one, and all the way back. Every key
-    // changes what is shown; one that does not would leave nothing to paint.
-    static const QString keys = QStringLiteral("1234\b\b\b\b");
-    return keys;
 }
 
 class Board {
@@ -233,90 +154,33 @@ void refreshedList(benchmark::State &run)
     }
 }
 
-/// Ten thousand texts by seven, filtered by folded keys.
-class PlainModel final : public QAbstractTableModel {
-public:
-    PlainModel()
-    {
-        for (int at = 0; at < volumes; ++at) {
-            m_names.push_back(nameOf(at));
-            m_keys.push_back(searchKey(nameOf(at)));
-        }
-        filter({});
+BareModel bareModel()
+{
+    std::vector<QString> names;
+    std::vector<QString> keys;
+    for (int at = 0; at < volumes; ++at) {
+        names.push_back(nameOf(at));
+        keys.push_back(searchKey(nameOf(at)));
     }
+    return {std::move(keys), 7, [names = std::move(names)](int volume, int column) {
+                return column == 0 ? names[static_cast<std::size_t>(volume)] : QStringLiteral("100 GB");
+            }};
+}
 
-    void filter(const QString &query)
-    {
-        beginResetModel();
-        const QString key = searchKey(query);
-        m_shown.clear();
-        for (int at = 0; at < volumes; ++at) {
-            if (m_keys[static_cast<std::size_t>(at)].contains(key)) {
-                m_shown.push_back(at);
-            }
-        }
-        endResetModel();
-    }
-
-    [[nodiscard]] int rowCount(const QModelIndex &) const override { return static_cast<int>(m_shown.size()); }
-    [[nodiscard]] int columnCount(const QModelIndex &) const override { return 7; }
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role != Qt::DisplayRole) {
-            return {};
-        }
-        const auto volume = static_cast<std::size_t>(m_shown[static_cast<std::size_t>(index.row())]);
-        return index.column() == 0 ? m_names[volume] : QStringLiteral("100 GB");
-    }
-
-private:
-    std::vector<QString> m_names;
-    std::vector<QString> m_keys;
-    std::vector<int> m_shown;
-};
-
-class PlainTable {
-public:
-    PlainTable()
-    {
-        table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-        table.verticalHeader()->setDefaultSectionSize(40);
-        table.verticalHeader()->hide();
-        table.setModel(&model);
-        table.resize(boardSize.width(), 628);
-        table.show();
-        rest();
-    }
-
-    PlainModel model;
-    QTableView table;
-    PaintWatch painted{table.viewport()};
-};
+constexpr int bareRow = 40;
+constexpr QSize bareSize(boardSize.width(), 628);
 
 void floorKeystroke(benchmark::State &run)
 {
-    PlainTable plain;
-    QString query;
-    qsizetype at = 0;
-    Samples samples(run);
-    for (auto _ : run) {
-        rest();
-        const auto begin = steady_clock::now();
-        if (typed()[at] == u'\b') {
-            query.chop(1);
-        } else {
-            query += typed()[at];
-        }
-        plain.model.filter(query);
-        samples.add(plain.painted.secondsFrom(begin));
-        at = (at + 1) % typed().size();
-    }
+    BareModel model = bareModel();
+    BareTable plain(model, bareRow, bareSize);
+    typeInto(run, plain);
 }
 
 void floorScrollPage(benchmark::State &run)
 {
-    PlainTable plain;
-    plain.table.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    BareModel model = bareModel();
+    BareTable plain(model, bareRow, bareSize);
     QScrollBar *bar = plain.table.verticalScrollBar();
     Samples samples(run);
     for (auto _ : run) {
@@ -329,7 +193,8 @@ void floorScrollPage(benchmark::State &run)
 
 void floorOneRow(benchmark::State &run)
 {
-    PlainTable plain;
+    BareModel model = bareModel();
+    BareTable plain(model, bareRow, bareSize);
     Samples samples(run);
     for (auto _ : run) {
         rest();
@@ -352,12 +217,5 @@ BENCHMARK(refreshedList)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterat
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication application(argc, argv);
-    applyHouseLook(application);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return quillfen::bench::measureWidgets(argc, argv);
 }

@@ -3,34 +3,27 @@
 //
 // A million restore points: from the wire to the painted strip beside the mere parsing of the same answer, a drag over
 // them, and scrolling through them. Ours and the floor take turns; the figures are medians.
+#include "gapmeter.h"
+#include "peer.h"
+#include "widgetmain.h"
+
 #include "boards/timetravel/restorepointslist.h"
 #include "boards/timetravel/timeline.h"
 #include "boards/timetravel/timelinestrip.h"
 #include "boards/timetravel/timetravelview.h"
 #include "state/appstate.h"
-#include "ui/housestyle.h"
 #include "ui/theme.h"
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <benchmark/benchmark.h>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <time.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <functional>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -38,41 +31,11 @@
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
 constexpr int points = 1'000'000;
-
-void require(bool holds, const char *what)
-{
-    if (!holds) {
-        throw std::runtime_error(what);
-    }
-}
-
-double millisecondsSince(steady_clock::time_point begin)
-{
-    return std::chrono::duration<double, std::milli>(steady_clock::now() - begin).count();
-}
-
-/// What this thread has worked, whatever else the machine does.
-double workMilliseconds()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) * 1e-6;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
-double largest(const std::vector<double> &values)
-{
-    return *std::max_element(values.begin(), values.end());
-}
 
 /// As an agent answers: in the order of time, from ninety days ago until now, some with a label.
 std::string restorePointsAnswer()
@@ -97,93 +60,16 @@ std::string restorePointsAnswer()
 }
 
 /// Sends the answer to whoever asks for restore points, and to everybody else that there is nothing.
-class Peer final {
-public:
-    explicit Peer(const std::string &result) : m_result(result)
-    {
-        m_path = m_folder.filePath(QStringLiteral("s")).toStdString();
-        m_listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        m_path.copy(address.sun_path, sizeof address.sun_path - 1);
-        require(::bind(m_listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0, "no socket");
-        ::listen(m_listener, 4);
-        m_thread = std::thread([this] { serve(); });
-    }
-    ~Peer()
-    {
-        ::shutdown(m_listener, SHUT_RDWR);
-        m_thread.join();
-        ::close(m_listener);
-    }
-    Peer(const Peer &) = delete;
-    Peer &operator=(const Peer &) = delete;
-
-    [[nodiscard]] const std::string &path() const { return m_path; }
-
-private:
-    static void sendAll(int socket, std::string_view bytes)
-    {
-        while (!bytes.empty()) {
-            const ssize_t sent = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent <= 0) {
-                return;
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
-    }
-
-    void serve() const
-    {
-        for (int client = -1; (client = ::accept(m_listener, nullptr, nullptr)) >= 0; ::close(client)) {
-            std::array<char, 4'096> room{};
-            for (ssize_t count = 0; (count = ::recv(client, room.data(), room.size(), 0)) > 0;) {
-                const std::string_view line(room.data(), static_cast<std::size_t>(count));
-                const std::size_t id = line.find(R"("id":)") + 5;
-                const std::size_t end = line.find_first_not_of("0123456789", id);
-                sendAll(client, R"({"jsonrpc":"2.0","id":)" + std::string(line.substr(id, end - id)) + R"(,"result":)");
-                sendAll(client, line.find("restore_points.list") != std::string_view::npos ? m_result : "{}");
-                sendAll(client, "}\n");
-            }
-        }
-    }
-
-    const std::string &m_result;
-    QTemporaryDir m_folder;
-    std::string m_path;
-    int m_listener = -1;
-    std::thread m_thread;
-};
-
-/// Looks in every millisecond. What lies between two looks was spent away from the loop: by the clock on the wall,
-/// which counts what the machine gave to others, and by the work this thread did.
-class GapMeter final {
-public:
-    GapMeter()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.callOnTimeout([this] { look(); });
-        m_timer.start(1ms);
-    }
-
-    void look()
-    {
-        m_longest = std::max(m_longest, millisecondsSince(m_lastWall));
-        m_longestWork = std::max(m_longestWork, workMilliseconds() - m_lastWork);
-        m_lastWall = steady_clock::now();
-        m_lastWork = workMilliseconds();
-    }
-
-    [[nodiscard]] double longest() const { return m_longest; }
-    [[nodiscard]] double longestWork() const { return m_longestWork; }
-
-private:
-    QTimer m_timer;
-    steady_clock::time_point m_lastWall = steady_clock::now();
-    double m_lastWork = workMilliseconds();
-    double m_longest = 0;
-    double m_longestWork = 0;
-};
+Peer::Serve answeringPoints(const std::string &result)
+{
+    return [&result](int client) {
+        eachRequest(client, [&result, client](std::string_view request) {
+            sendAll(client, R"({"jsonrpc":"2.0","id":)" + std::string(idOf(request)) + R"(,"result":)");
+            sendAll(client, request.find("restore_points.list") != std::string_view::npos ? result : "{}");
+            sendAll(client, "}\n");
+        });
+    };
+}
 
 /// Notes the first painting of a widget once `ready` is set.
 class PaintWatch final : public QObject {
@@ -239,7 +125,7 @@ const std::string &answerText()
 void loadBesideParsing(benchmark::State &run)
 {
     constexpr int turns = 9;
-    const Peer peer(answerText());
+    const Peer peer(answeringPoints(answerText()));
     const auto state = AppState::create();
     state->rpc().connect(peer.path());
     for ([[maybe_unused]] auto iteration : run) {
@@ -291,7 +177,7 @@ RestorePoints allPoints()
 /// On the whole board, whose other parts follow the drag.
 void dragOverAll(benchmark::State &run)
 {
-    const Peer peer(answerText());
+    const Peer peer(answeringPoints(answerText()));
     const auto state = AppState::create();
     state->rpc().connect(peer.path());
     state->volumes = Records{params("id", 1, "name", "Documents")};
@@ -370,8 +256,5 @@ BENCHMARK(scrollThroughAll)->Iterations(1)->UseManualTime()->Unit(benchmark::kMi
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    applyHouseLook(application);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return quillfen::bench::measureWidgets(argc, argv);
 }

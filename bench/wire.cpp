@@ -4,6 +4,8 @@
 // The way between the agent and the main thread: round trips, large answers, bursts of events, a very long line; each
 // beside the least that any program would have to do. Ours and the floor take turns, so that whatever else the machine
 // does meets both; the figures are medians.
+#include "peer.h"
+
 #include "rpc/linereader.h"
 #include "rpc/rpc.h"
 
@@ -15,8 +17,6 @@
 
 #include <sys/resource.h>
 #include <sys/socket.h>
-#include <sys/un.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -25,10 +25,7 @@
 #include <condition_variable>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <functional>
 #include <mutex>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -36,104 +33,21 @@
 namespace {
 
 using namespace quillfen;
+using namespace quillfen::bench;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t readSize = 65'536;
 
-void require(bool holds, const char *problem)
+double cpuSeconds()
 {
-    if (!holds) {
-        throw std::runtime_error(problem);
-    }
+    return workMilliseconds() / 1e3;
 }
 
 double secondsSince(Clock::time_point begin)
 {
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
-
-/// What this thread alone has worked: on a machine that does other things meanwhile it says more than the clock.
-double cpuSeconds()
-{
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-void sendAll(int socket, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t sent = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent <= 0) {
-            return; // the client has gone
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(sent));
-    }
-}
-
-sockaddr_un addressOf(const std::string &path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return address;
-}
-
-/// The other end: serves one client after the other on a thread of its own.
-class Peer final {
-public:
-    using Serve = std::function<void(int socket)>; ///< returns when the client has gone
-
-    explicit Peer(Serve serve)
-    {
-        std::string folder = (std::filesystem::temp_directory_path() / "quillfen-wire-XXXXXX").string();
-        require(::mkdtemp(folder.data()) != nullptr, "no temporary folder");
-        m_folder = folder;
-        m_listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        const sockaddr_un address = addressOf(path());
-        require(::bind(m_listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0, "no socket");
-        require(::listen(m_listener, 4) == 0, "nobody can connect");
-        m_thread = std::thread([this, serve = std::move(serve)] {
-            for (int socket = 0; (socket = ::accept(m_listener, nullptr, nullptr)) >= 0;) {
-                serve(socket);
-                ::close(socket);
-            }
-        });
-    }
-    ~Peer()
-    {
-        ::shutdown(m_listener, SHUT_RDWR);
-        m_thread.join();
-        ::close(m_listener);
-        std::filesystem::remove_all(m_folder);
-    }
-    Peer(const Peer &) = delete;
-    Peer &operator=(const Peer &) = delete;
-
-    [[nodiscard]] std::string path() const { return m_folder + "/agent.sock"; }
-
-    /// A plain blocking socket to it.
-    [[nodiscard]] int connect() const
-    {
-        const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        const sockaddr_un address = addressOf(path());
-        require(::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0, "no connection");
-        return socket;
-    }
-
-private:
-    std::string m_folder;
-    int m_listener = -1;
-    std::thread m_thread;
-};
 
 /// Answers every request with null, doing as little as possible about it.
 void answerNull(int socket)
@@ -227,7 +141,7 @@ void roundTrip(benchmark::State &state)
     RPC rpc;
     rpc.connect(peer.path());
     const Peer barePeer(answerNull);
-    BareClient bare(barePeer.connect());
+    BareClient bare(connectedTo(barePeer.path()));
     for (auto iteration : state) {
         std::vector<double> ours;
         std::vector<double> floor;
@@ -335,7 +249,7 @@ struct Cost {
 /// The floor of everything that arrives in bulk: read it, and look at each byte once for line feeds.
 Cost bareScan(const Peer &peer, std::size_t bytes)
 {
-    const int socket = peer.connect();
+    const int socket = connectedTo(peer.path());
     std::vector<char> room(readSize);
     const double cpuBefore = cpuSeconds();
     const auto begin = Clock::now();
