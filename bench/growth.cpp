@@ -7,7 +7,7 @@
 
 #include "shell/mainwindow.h"
 #include "state/appstate.h"
-#include "ui/housestyle.h"
+#include "ui/style/housestyle.h"
 
 #include <QApplication>
 #include <QEventLoop>

@@ -11,9 +11,9 @@
 #include "boards/operator/recordlist.h"
 #include "state/format.h"
 #include "state/searchkey.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
-#include "ui/searchfield.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QApplication>

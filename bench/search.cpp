@@ -11,7 +11,7 @@
 #include "boards/volumes/volumesview.h"
 #include "state/appstate.h"
 #include "state/searchkey.h"
-#include "ui/searchfield.h"
+#include "ui/controls/searchfield.h"
 
 #include <QApplication>
 #include <QScrollBar>

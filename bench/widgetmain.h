@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ui/housestyle.h"
+#include "ui/style/housestyle.h"
 
 #include <QApplication>
 

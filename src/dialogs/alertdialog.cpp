@@ -3,15 +3,15 @@
 #include "dialogs/alertdialog.h"
 
 #include "ui/accessible.h"
-#include "ui/compositing.h"
-#include "ui/label.h"
+#include "ui/controls/textfield.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/roundmask.h"
-#include "ui/scrim.h"
-#include "ui/scrollarea.h"
-#include "ui/shadow.h"
-#include "ui/textfield.h"
+#include "ui/overlays/scrim.h"
+#include "ui/paint/paint.h"
+#include "ui/paint/roundmask.h"
+#include "ui/paint/shadow.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/system/compositing.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QApplication>

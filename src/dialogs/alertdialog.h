@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
 
 #include <QDialog>
 #include <QPointer>

@@ -5,7 +5,7 @@
 #include "desktop/clipboard.h"
 #include "dialogs/alertdialog.h"
 #include "dialogs/secretwell.h"
-#include "ui/textfield.h"
+#include "ui/controls/textfield.h"
 
 #include <QCoreApplication>
 

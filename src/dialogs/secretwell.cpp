@@ -3,11 +3,11 @@
 #include "dialogs/secretwell.h"
 
 #include "desktop/clipboard.h"
-#include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
+#include "ui/paint/paint.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QEvent>

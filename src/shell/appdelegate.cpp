@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/appdelegate.h"
 
-#include "shell/aboutpanel.h"
-#include "shell/activation.h"
 #include "shell/activity/activitywindow.h"
-#include "shell/launch.h"
+#include "shell/desktop/notifier.h"
+#include "shell/desktop/statusarea.h"
 #include "shell/mainwindow.h"
-#include "shell/notifier.h"
+#include "shell/process/activation.h"
+#include "shell/process/launch.h"
 #include "shell/rootview.h"
-#include "shell/shortcutswindow.h"
-#include "shell/statusarea.h"
+#include "shell/window/aboutpanel.h"
+#include "shell/window/shortcutswindow.h"
 #include "state/appstate.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "desktop/desktopnotifications.h"
-#include "shell/wish.h"
+#include "shell/process/wish.h"
 
 #include <QObject>
 #include <QSize>

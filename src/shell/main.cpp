@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/appdelegate.h"
-#include "shell/controlsside.h"
-#include "shell/launch.h"
 #include "shell/mainwindow.h"
-#include "shell/oneprocess.h"
-#include "shell/platform.h"
+#include "shell/process/launch.h"
+#include "shell/process/oneprocess.h"
 #include "shell/rootview.h"
 #include "shell/tour.h"
+#include "shell/window/controlsside.h"
+#include "shell/window/platform.h"
 #include "state/appstate.h"
-#include "ui/focusring.h"
-#include "ui/housestyle.h"
+#include "ui/style/focusring.h"
+#include "ui/style/housestyle.h"
 
 #include <QApplication>
 

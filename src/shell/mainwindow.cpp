@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/mainwindow.h"
 
-#include "shell/mainview.h"
-#include "shell/platform.h"
+#include "shell/mainview/mainview.h"
 #include "shell/rootview.h"
-#include "shell/windowborder.h"
-#include "shell/windowcommands.h"
-#include "shell/windowcontrols.h"
-#include "shell/windowdrag.h"
-#include "shell/windowgeometry.h"
+#include "shell/window/platform.h"
+#include "shell/window/windowborder.h"
+#include "shell/window/windowcommands.h"
+#include "shell/window/windowcontrols.h"
+#include "shell/window/windowdrag.h"
+#include "shell/window/windowgeometry.h"
 #include "ui/accessible.h"
 #include "ui/theme.h"
 

@@ -4,13 +4,13 @@
 
 #include "boards/volumes/newvolumesheet.h"
 #include "dialogs/dialogs.h"
-#include "shell/agentdownview.h"
-#include "shell/firstrunview.h"
-#include "shell/mainview.h"
+#include "shell/arrival/agentdownview.h"
+#include "shell/arrival/firstrunview.h"
+#include "shell/mainview/mainview.h"
 #include "state/appstate.h"
-#include "ui/fade.h"
-#include "ui/sheet.h"
-#include "ui/toast.h"
+#include "ui/overlays/sheet.h"
+#include "ui/overlays/toast.h"
+#include "ui/style/fade.h"
 
 #include <QApplication>
 #include <QPointer>

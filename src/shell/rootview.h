@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "shell/section.h"
+#include "shell/window/section.h"
 #include "state/published.h"
 
 #include <QPointer>

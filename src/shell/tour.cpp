@@ -3,15 +3,15 @@
 #include "shell/tour.h"
 
 #include "boards/operator/operatorview.h"
-#include "shell/aboutpanel.h"
 #include "shell/activity/activitylist.h"
 #include "shell/activity/activitywindow.h"
 #include "shell/appdelegate.h"
-#include "shell/mainview.h"
+#include "shell/mainview/mainview.h"
+#include "shell/mainview/sidebar.h"
 #include "shell/mainwindow.h"
-#include "shell/menubarview.h"
+#include "shell/panel/menubarview.h"
 #include "shell/rootview.h"
-#include "shell/sidebar.h"
+#include "shell/window/aboutpanel.h"
 #include "state/appstate.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/accessible.h"
 
-#include "ui/label.h"
+#include "ui/text/label.h"
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>

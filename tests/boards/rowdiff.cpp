@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/rowdiff.h"
+#include "ui/lists/rowdiff.h"
 
 #include <gmock/gmock.h>
 

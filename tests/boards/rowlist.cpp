@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/rowlist.h"
+#include "ui/lists/rowlist.h"
 
 #include <QPushButton>
 #include <QTest>

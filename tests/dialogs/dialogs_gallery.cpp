@@ -4,10 +4,10 @@
 // The four dialogs as pictures: `dialogs_gallery --save <folder>`. Each is asked for real, taken, and dismissed.
 #include "dialogs/dialogs.h"
 
-#include "ui/fade.h"
-#include "ui/focusring.h"
-#include "ui/housestyle.h"
-#include "ui/shadow.h"
+#include "ui/paint/shadow.h"
+#include "ui/style/fade.h"
+#include "ui/style/focusring.h"
+#include "ui/style/housestyle.h"
 
 #include <QAbstractButton>
 #include <QApplication>

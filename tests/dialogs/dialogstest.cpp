@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dialogs/dialogs.h"
 
-#include "ui/buttons.h"
-#include "ui/compositing.h"
-#include "ui/fade.h"
-#include "ui/focusring.h"
-#include "ui/housestyle.h"
-#include "ui/label.h"
-#include "ui/scrim.h"
-#include "ui/shadow.h"
-#include "ui/textfield.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/textfield.h"
+#include "ui/overlays/scrim.h"
+#include "ui/paint/shadow.h"
+#include "ui/style/fade.h"
+#include "ui/style/focusring.h"
+#include "ui/style/housestyle.h"
+#include "ui/system/compositing.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QAccessible>

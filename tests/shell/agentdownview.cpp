@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/agentdownview.h"
+#include "shell/arrival/agentdownview.h"
 
-#include "shell/commandline.h"
-#include "shell/commandwell.h"
-#include "shell/platform.h"
+#include "shell/arrival/commandwell.h"
+#include "shell/process/commandline.h"
+#include "shell/window/platform.h"
 #include "states.h"
-#include "ui/spinner.h"
+#include "ui/controls/spinner.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

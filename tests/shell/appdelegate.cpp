@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/appdelegate.h"
 
-#include "shell/aboutpanel.h"
-#include "shell/mainview.h"
+#include "shell/desktop/statusarea.h"
+#include "shell/mainview/mainview.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
-#include "shell/statusarea.h"
+#include "shell/window/aboutpanel.h"
 #include "states.h"
 #include "support/fakeagent.h"
 

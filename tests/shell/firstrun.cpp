@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/firstrunmodel.h"
-#include "shell/firstrunview.h"
+#include "shell/arrival/firstrunmodel.h"
+#include "shell/arrival/firstrunview.h"
 #include "states.h"
 #include "support/await.h"
 #include "support/fakeagent.h"
-#include "ui/brand.h"
-#include "ui/buttons.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
-#include "ui/textfield.h"
-#include "ui/toggle.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/textfield.h"
+#include "ui/controls/toggle.h"
+#include "ui/parts/brand.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/text/label.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/keymap.h"
+#include "shell/window/keymap.h"
 
 #include "boards/advanced/jsoneditor.h"
 #include "boards/advanced/outputpane.h"
@@ -9,23 +9,23 @@
 #include "boards/timetravel/timelinestrip.h"
 #include "boards/volumes/volumestable.h"
 #include "dialogs/dialogs.h"
-#include "shell/aboutpanel.h"
-#include "shell/brandbutton.h"
-#include "shell/mainview.h"
+#include "shell/mainview/brandbutton.h"
+#include "shell/mainview/mainview.h"
+#include "shell/mainview/sidebarentry.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
-#include "shell/sidebarentry.h"
+#include "shell/window/aboutpanel.h"
 #include "state/clock.h"
 #include "states.h"
 #include "support/fakeagent.h"
-#include "ui/datetimefield.h"
-#include "ui/picker.h"
-#include "ui/searchfield.h"
-#include "ui/segmented.h"
-#include "ui/sharetile.h"
-#include "ui/slider.h"
-#include "ui/textfield.h"
-#include "ui/toggle.h"
+#include "ui/controls/picker.h"
+#include "ui/controls/searchfield.h"
+#include "ui/controls/segmented.h"
+#include "ui/controls/sharetile.h"
+#include "ui/controls/slider.h"
+#include "ui/controls/textfield.h"
+#include "ui/controls/toggle.h"
+#include "ui/dates/datetimefield.h"
 
 #include <QAbstractItemView>
 #include <QAction>

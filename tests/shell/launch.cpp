@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/launch.h"
+#include "shell/process/launch.h"
 
 #include <gtest/gtest.h>
 

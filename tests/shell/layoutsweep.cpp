@@ -2,17 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/operator/operatorview.h"
 #include "dialogs/dialogs.h"
-#include "shell/mainview.h"
+#include "shell/mainview/mainview.h"
+#include "shell/mainview/sidebar.h"
 #include "shell/mainwindow.h"
-#include "shell/menubarview.h"
+#include "shell/panel/menubarview.h"
 #include "shell/rootview.h"
-#include "shell/sidebar.h"
 #include "states.h"
-#include "ui/buttons.h"
-#include "ui/housestyle.h"
-#include "ui/label.h"
-#include "ui/pill.h"
-#include "ui/sheet.h"
+#include "ui/controls/buttons.h"
+#include "ui/overlays/sheet.h"
+#include "ui/parts/pill.h"
+#include "ui/style/housestyle.h"
+#include "ui/text/label.h"
 
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/mainview.h"
+#include "shell/mainview/mainview.h"
 
 #include "boards/operator/operatorview.h"
 #include "boards/volumes/volumesview.h"
+#include "shell/mainview/sidebarentry.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
-#include "shell/sidebarentry.h"
 #include "states.h"
 #include "support/fakeagent.h"
-#include "ui/board.h"
-#include "ui/searchfield.h"
+#include "ui/controls/searchfield.h"
+#include "ui/parts/board.h"
 
 #include <QPointer>
 

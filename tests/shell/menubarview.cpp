@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/menubarview.h"
+#include "shell/panel/menubarview.h"
 
 #include "desktop/fileviewer.h"
-#include "shell/darktextbutton.h"
-#include "shell/menubarvolume.h"
+#include "shell/mainview/darktextbutton.h"
+#include "shell/panel/menubarvolume.h"
 #include "states.h"
-#include "ui/bar.h"
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
+#include "ui/parts/bar.h"
 #include "ui/theme.h"
 
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/notifier.h"
+#include "shell/desktop/notifier.h"
 
 #include "shell/activity/activitywindow.h"
 #include "shell/appdelegate.h"

@@ -3,15 +3,15 @@
 #include "shell/rootview.h"
 
 #include "boards/volumes/newvolumesheet.h"
-#include "shell/agentdownview.h"
-#include "shell/firstrunview.h"
-#include "shell/mainview.h"
+#include "shell/arrival/agentdownview.h"
+#include "shell/arrival/firstrunview.h"
+#include "shell/mainview/mainview.h"
 #include "states.h"
 #include "support/fakeagent.h"
-#include "ui/fade.h"
-#include "ui/sheet.h"
-#include "ui/textfield.h"
-#include "ui/toast.h"
+#include "ui/controls/textfield.h"
+#include "ui/overlays/sheet.h"
+#include "ui/overlays/toast.h"
+#include "ui/style/fade.h"
 
 #include <QApplication>
 #include <QLineEdit>

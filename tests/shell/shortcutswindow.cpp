@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/shortcutswindow.h"
+#include "shell/window/shortcutswindow.h"
 
-#include "shell/aboutpanel.h"
 #include "shell/appdelegate.h"
-#include "shell/keyrow.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
+#include "shell/window/aboutpanel.h"
+#include "shell/window/keyrow.h"
 #include "states.h"
-#include "ui/buttons.h"
-#include "ui/scrollarea.h"
+#include "ui/controls/buttons.h"
+#include "ui/parts/scrollarea.h"
 #include "ui/theme.h"
 
 #include <QAccessible>

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/sidebar.h"
+#include "shell/mainview/sidebar.h"
 
-#include "shell/sidebarentry.h"
-#include "shell/sidebarfooter.h"
+#include "shell/mainview/sidebarentry.h"
+#include "shell/mainview/sidebarfooter.h"
 #include "states.h"
-#include "ui/bar.h"
+#include "ui/parts/bar.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QAccessible>
 #include <QSignalSpy>

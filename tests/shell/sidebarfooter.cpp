@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/sidebarfooter.h"
+#include "shell/mainview/sidebarfooter.h"
 
 #include "states.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/socketdoor.h"
+#include "shell/process/socketdoor.h"
 
 #include "states.h"
 

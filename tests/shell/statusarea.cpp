@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/statusarea.h"
+#include "shell/desktop/statusarea.h"
 
 #include "desktop/fileviewer.h"
-#include "shell/statusicon.h"
+#include "shell/desktop/statusicon.h"
 #include "states.h"
 
 #include <QMenu>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/windowcommands.h"
+#include "shell/window/windowcommands.h"
 
-#include "shell/mainview.h"
+#include "shell/mainview/mainview.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
 #include "states.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/wish.h"
+#include "shell/process/wish.h"
 
-#include "shell/launch.h"
+#include "shell/process/launch.h"
 #include "states.h"
 
 #include <gtest/gtest.h>

@@ -3,12 +3,12 @@
 #include "ui/accessible.h"
 
 #include "kit.h"
-#include "ui/boardframe.h"
-#include "ui/brand.h"
-#include "ui/buttons.h"
-#include "ui/iconbutton.h"
-#include "ui/label.h"
-#include "ui/sectiontitle.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/iconbutton.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/brand.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QAbstractButton>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/boardframe.h"
+#include "ui/parts/boardframe.h"
 
 #include "kit.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/scrollarea.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
 
 #include "kit.h"
-#include "ui/fade.h"
-#include "ui/iconbutton.h"
+#include "ui/controls/iconbutton.h"
+#include "ui/controls/spinner.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/spinner.h"
+#include "ui/paint/paint.h"
+#include "ui/style/fade.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QFontMetrics>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/card.h"
+#include "ui/parts/card.h"
 
 #include "kittest.h"
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/sectiontitle.h"
+#include "ui/parts/sectiontitle.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/columns.h"
+#include "ui/lists/columns.h"
 
 #include "kittest.h"
 
-#include "ui/buttons.h"
-#include "ui/cellrow.h"
-#include "ui/columnheader.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/lists/cellrow.h"
+#include "ui/lists/columnheader.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QAbstractButton>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/datetimefield.h"
+#include "ui/dates/datetimefield.h"
 
-#include "ui/calendarpopup.h"
+#include "ui/dates/calendarpopup.h"
 
 #include <QApplication>
 #include <QCalendarWidget>

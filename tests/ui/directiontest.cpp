@@ -1,17 +1,17 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/direction.h"
+#include "ui/paint/direction.h"
 
 #include "kittest.h"
 
-#include "ui/buttons.h"
-#include "ui/cellrow.h"
-#include "ui/columnheader.h"
-#include "ui/datetimefield.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/textfield.h"
+#include "ui/dates/datetimefield.h"
 #include "ui/layout.h"
-#include "ui/statcell.h"
-#include "ui/textfield.h"
+#include "ui/lists/cellrow.h"
+#include "ui/lists/columnheader.h"
+#include "ui/parts/statcell.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/drawing.h"
+#include "ui/paint/drawing.h"
 
-#include "ui/svgpath.h"
+#include "ui/paint/svgpath.h"
 
 #include <QDir>
 #include <QImage>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/fade.h"
+#include "ui/style/fade.h"
 
 #include "kit.h"
-#include "ui/spinner.h"
+#include "ui/controls/spinner.h"
 #include "ui/theme.h"
 
 #include <QGraphicsEffect>

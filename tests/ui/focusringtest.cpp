@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/focusring.h"
+#include "ui/style/focusring.h"
 
 #include "kit.h"
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/scrollarea.h"
+#include "ui/parts/scrollarea.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

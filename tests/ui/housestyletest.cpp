@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/housestyle.h"
+#include "ui/style/housestyle.h"
 
 #include "kit.h"
-#include "ui/label.h"
-#include "ui/scrollarea.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/text/label.h"
+#include "ui/text/tooltip.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
 
 #include <QMenu>
 #include <QScrollBar>

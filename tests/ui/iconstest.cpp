@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/icons.h"
+#include "ui/paint/icons.h"
 
 #include "kit.h"
-#include "ui/brand.h"
+#include "ui/parts/brand.h"
 #include "ui/theme.h"
 
 #include <QPainter>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "kit.h"
-#include "ui/fade.h"
+#include "ui/style/fade.h"
 
 #include <QAccessible>
 #include <QAccessibleInterface>

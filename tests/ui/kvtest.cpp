@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/kv.h"
+#include "ui/parts/kv.h"
 
 #include "kittest.h"
-#include "ui/label.h"
-#include "ui/statcell.h"
+#include "ui/parts/statcell.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/label.h"
+#include "ui/text/label.h"
 
 #include "kit.h"
 #include "ui/theme.h"

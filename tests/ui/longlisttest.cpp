@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/longlist.h"
+#include "ui/lists/longlist.h"
 
 #include "kittest.h"
-#include "ui/scrollarea.h"
+#include "ui/parts/scrollarea.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/label.h"
-#include "ui/tooltip.h"
+#include "ui/text/label.h"
+#include "ui/text/tooltip.h"
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "kittest.h"
-#include "ui/buttons.h"
-#include "ui/emptystate.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/scrim.h"
+#include "ui/overlays/scrim.h"
+#include "ui/overlays/toast.h"
+#include "ui/parts/emptystate.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
-#include "ui/toast.h"
 
 #include <QBoxLayout>
 #include <QSignalSpy>

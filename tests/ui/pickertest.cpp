@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/picker.h"
+#include "ui/controls/picker.h"
 
 #include "kittest.h"
 #include "ui/theme.h"

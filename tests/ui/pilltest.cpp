@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/pill.h"
+#include "ui/parts/pill.h"
 
 #include "kittest.h"
 #include "ui/theme.h"

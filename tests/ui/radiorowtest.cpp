@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/radiorow.h"
+#include "ui/controls/radiorow.h"
 
 #include "kittest.h"
+#include "ui/controls/sharetile.h"
 #include "ui/layout.h"
-#include "ui/sharetile.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/sheet.h"
+#include "ui/overlays/sheet.h"
 
 #include "kittest.h"
 #include "ui/accessible.h"
-#include "ui/buttons.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/textfield.h"
 #include "ui/layout.h"
-#include "ui/scrim.h"
-#include "ui/scrollarea.h"
-#include "ui/textfield.h"
+#include "ui/overlays/scrim.h"
+#include "ui/parts/scrollarea.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

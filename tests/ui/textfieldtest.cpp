@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/textfield.h"
+#include "ui/controls/textfield.h"
 
 #include "kittest.h"
-#include "ui/searchfield.h"
+#include "ui/controls/searchfield.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

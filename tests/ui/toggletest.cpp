@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/toggle.h"
+#include "ui/controls/toggle.h"
 
 #include "kittest.h"
-#include "ui/label.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QSignalSpy>

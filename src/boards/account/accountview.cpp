@@ -9,10 +9,10 @@
 
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/boardframe.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/card.h"
 
 #include <QApplication>
 #include <QBoxLayout>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "accountmodel.h"
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <memory>
 

@@ -5,11 +5,11 @@
 #include "accountrows.h"
 
 #include "ui/accessible.h"
-#include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/statemark.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QPainter>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "state/values.h"
-#include "ui/longlist.h"
+#include "ui/lists/longlist.h"
 
 #include <QWidget>
 

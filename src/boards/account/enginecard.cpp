@@ -9,16 +9,16 @@
 
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
-#include "ui/hairline.h"
-#include "ui/kv.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/pill.h"
-#include "ui/sectiontitle.h"
+#include "ui/paint/hairline.h"
+#include "ui/parts/card.h"
+#include "ui/parts/kv.h"
+#include "ui/parts/pill.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 

@@ -7,14 +7,14 @@
 
 #include "state/format.h"
 #include "ui/accessible.h"
-#include "ui/bar.h"
-#include "ui/card.h"
-#include "ui/iconview.h"
-#include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/sectiontitle.h"
+#include "ui/paint/iconview.h"
+#include "ui/parts/bar.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QPainter>

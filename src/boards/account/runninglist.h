@@ -3,8 +3,8 @@
 #pragma once
 
 #include "state/appstate.h"
-#include "ui/rowlist.h"
-#include "ui/runningrow.h"
+#include "ui/lists/rowlist.h"
+#include "ui/lists/runningrow.h"
 
 #include <QTimer>
 #include <QWidget>

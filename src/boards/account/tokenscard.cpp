@@ -4,15 +4,15 @@
 
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
-#include "ui/cellrow.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/longlist.h"
-#include "ui/sectiontitle.h"
+#include "ui/lists/cellrow.h"
+#include "ui/lists/longlist.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QCoreApplication>

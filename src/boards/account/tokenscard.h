@@ -4,7 +4,7 @@
 
 #include "accountmodel.h"
 #include "accountrows.h"
-#include "ui/columns.h"
+#include "ui/lists/columns.h"
 
 #include <QWidget>
 

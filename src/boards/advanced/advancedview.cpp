@@ -6,13 +6,13 @@
 #include "methodslist.h"
 
 #include "state/start.h"
-#include "ui/direction.h"
-#include "ui/emptystate.h"
-#include "ui/hairline.h"
-#include "ui/label.h"
+#include "ui/controls/searchfield.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/searchfield.h"
+#include "ui/paint/direction.h"
+#include "ui/paint/hairline.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/emptystate.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -4,7 +4,7 @@
 
 #include "advancedmodel.h"
 
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <memory>
 

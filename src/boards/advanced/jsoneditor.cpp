@@ -3,9 +3,9 @@
 #include "jsoneditor.h"
 
 #include "ui/layout.h"
-#include "ui/paint.h"
+#include "ui/paint/paint.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>

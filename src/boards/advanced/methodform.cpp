@@ -5,13 +5,13 @@
 #include "jsoneditor.h"
 
 #include "ui/accessible.h"
-#include "ui/agenttext.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
+#include "ui/controls/textfield.h"
 #include "ui/layout.h"
-#include "ui/textfield.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/text/agenttext.h"
+#include "ui/text/label.h"
+#include "ui/text/tooltip.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

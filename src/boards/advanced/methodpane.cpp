@@ -9,10 +9,10 @@
 #include "dialogs/dialogs.h"
 #include "state/start.h"
 #include "ui/accessible.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/scrollarea.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QApplication>

@@ -3,13 +3,13 @@
 #include "methodslist.h"
 
 #include "state/searchkey.h"
-#include "ui/agenttext.h"
-#include "ui/direction.h"
-#include "ui/paint.h"
-#include "ui/rowsview.h"
+#include "ui/lists/rowsview.h"
+#include "ui/paint/direction.h"
+#include "ui/paint/paint.h"
+#include "ui/text/agenttext.h"
+#include "ui/text/tooltip.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
-#include "ui/type.h"
 
 #include <QHelpEvent>
 #include <QPainter>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "outputlayout.h"
 
-#include "ui/type.h"
+#include "ui/text/type.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -5,12 +5,12 @@
 #include "aside.h"
 #include "outputview.h"
 
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
 #include "ui/layout.h"
-#include "ui/searchfield.h"
+#include "ui/parts/well.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
-#include "ui/well.h"
 
 #include <QBoxLayout>
 #include <QPointer>

@@ -4,7 +4,7 @@
 
 #include "prettyjson.h"
 
-#include "ui/label.h"
+#include "ui/text/label.h"
 
 #include <algorithm>
 #include <cstring>

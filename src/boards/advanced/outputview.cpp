@@ -8,9 +8,9 @@
 
 #include "desktop/clipboard.h"
 #include "ui/accessible.h"
-#include "ui/paint.h"
+#include "ui/paint/paint.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -3,11 +3,11 @@
 #include "boards/export/choicelist.h"
 
 #include "ui/accessible.h"
+#include "ui/controls/radiorow.h"
+#include "ui/controls/taborder.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/radiorow.h"
-#include "ui/scrollarea.h"
-#include "ui/taborder.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/scrollarea.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ui/type.h"
+#include "ui/text/type.h"
 
 #include <QString>
 #include <QWidget>

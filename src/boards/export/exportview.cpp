@@ -7,12 +7,12 @@
 #include "desktop/fileviewer.h"
 #include "state/format.h"
 #include "state/start.h"
-#include "ui/boardframe.h"
-#include "ui/card.h"
-#include "ui/iconview.h"
-#include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/sectiontitle.h"
+#include "ui/paint/iconview.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -4,8 +4,8 @@
 
 #include "boards/export/exportmodel.h"
 #include "boards/export/recentcopyrow.h"
-#include "ui/board.h"
-#include "ui/rowlist.h"
+#include "ui/lists/rowlist.h"
+#include "ui/parts/board.h"
 
 #include <cstdint>
 #include <memory>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/export/recentcopyrow.h"
 
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/listrow.h"
-#include "ui/paint.h"
-#include "ui/pill.h"
+#include "ui/lists/listrow.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/pill.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

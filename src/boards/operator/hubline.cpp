@@ -4,11 +4,11 @@
 
 #include "boards/operator/opmodel.h"
 #include "boards/operator/statepill.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
-#include "ui/listrow.h"
-#include "ui/pill.h"
-#include "ui/statemark.h"
+#include "ui/controls/buttons.h"
+#include "ui/lists/listrow.h"
+#include "ui/parts/pill.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 namespace quillfen {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "boards/operator/oprows.h"
-#include "ui/cellrow.h"
+#include "ui/lists/cellrow.h"
 
 #include <QSet>
 

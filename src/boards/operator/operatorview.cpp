@@ -6,10 +6,10 @@
 #include "boards/operator/ophubsview.h"
 #include "boards/operator/optokensview.h"
 #include "boards/operator/opusersview.h"
-#include "ui/boardframe.h"
+#include "ui/controls/segmented.h"
 #include "ui/layout.h"
-#include "ui/scrollarea.h"
-#include "ui/segmented.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/scrollarea.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -4,7 +4,7 @@
 
 #include "boards/operator/oprows.h"
 #include "state/appstate.h"
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <array>
 #include <memory>

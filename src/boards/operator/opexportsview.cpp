@@ -7,11 +7,11 @@
 #include "boards/operator/statepill.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/pill.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/parts/pill.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

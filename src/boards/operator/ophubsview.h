@@ -5,7 +5,7 @@
 #include "boards/operator/hubline.h"
 #include "boards/operator/ophubsmodel.h"
 #include "boards/operator/optab.h"
-#include "ui/rowlist.h"
+#include "ui/lists/rowlist.h"
 
 class QBoxLayout;
 

@@ -6,13 +6,13 @@
 #include "boards/operator/recordlist.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
+#include "ui/controls/toggle.h"
 #include "ui/layout.h"
-#include "ui/searchfield.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
-#include "ui/toggle.h"
 
 #include <QBoxLayout>
 

@@ -3,10 +3,10 @@
 #include "boards/operator/promotionbanner.h"
 
 #include "boards/operator/oprows.h"
-#include "ui/label.h"
+#include "ui/controls/spinner.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/spinner.h"
+#include "ui/paint/paint.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/operator/recordlist.h"
 
-#include "ui/card.h"
-#include "ui/label.h"
+#include "ui/controls/searchfield.h"
 #include "ui/layout.h"
-#include "ui/searchfield.h"
-#include "ui/sectiontitle.h"
-#include "ui/statemark.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "boards/operator/recordrows.h"
-#include "ui/cellrow.h"
-#include "ui/longlist.h"
+#include "ui/lists/cellrow.h"
+#include "ui/lists/longlist.h"
 
 #include <QTimer>
 

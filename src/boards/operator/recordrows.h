@@ -3,7 +3,7 @@
 #pragma once
 
 #include "state/values.h"
-#include "ui/columnheader.h"
+#include "ui/lists/columnheader.h"
 
 #include <QString>
 

@@ -3,7 +3,7 @@
 #include "boards/operator/statepill.h"
 
 #include "boards/operator/oprows.h"
-#include "ui/pill.h"
+#include "ui/parts/pill.h"
 #include "ui/theme.h"
 
 namespace quillfen {

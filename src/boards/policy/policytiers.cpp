@@ -3,7 +3,7 @@
 #include "boards/policy/policytiers.h"
 
 #include "state/values.h"
-#include "ui/logscale.h"
+#include "ui/controls/logscale.h"
 
 #include <QCoreApplication>
 #include <QStringList>

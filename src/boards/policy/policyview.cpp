@@ -6,15 +6,15 @@
 #include "boards/policy/tierrow.h"
 #include "state/start.h"
 #include "ui/accessible.h"
-#include "ui/boardframe.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/picker.h"
 #include "ui/layout.h"
-#include "ui/picker.h"
-#include "ui/sectiontitle.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "boards/policy/policymodel.h"
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <QStringList>
 

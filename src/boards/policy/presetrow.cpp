@@ -3,12 +3,12 @@
 #include "boards/policy/presetrow.h"
 
 #include "ui/accessible.h"
-#include "ui/icons.h"
-#include "ui/paint.h"
-#include "ui/paragraph.h"
-#include "ui/pill.h"
+#include "ui/paint/icons.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/pill.h"
+#include "ui/text/paragraph.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QFontMetrics>
 #include <QPainter>

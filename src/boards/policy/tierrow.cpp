@@ -3,13 +3,13 @@
 #include "boards/policy/tierrow.h"
 
 #include "boards/policy/policytiers.h"
-#include "ui/bar.h"
-#include "ui/label.h"
+#include "ui/controls/picker.h"
 #include "ui/layout.h"
-#include "ui/paint.h"
-#include "ui/picker.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/bar.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QPainter>

@@ -6,12 +6,12 @@
 #include "dialogs/dialogs.h"
 #include "state/format.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
-#include "ui/datetimefield.h"
-#include "ui/iconview.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/dates/datetimefield.h"
 #include "ui/layout.h"
+#include "ui/paint/iconview.h"
+#include "ui/parts/card.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -6,11 +6,11 @@
 #include "desktop/fileviewer.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/card.h"
-#include "ui/label.h"
+#include "ui/controls/spinner.h"
 #include "ui/layout.h"
-#include "ui/sectiontitle.h"
-#include "ui/spinner.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

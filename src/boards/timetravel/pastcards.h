@@ -4,7 +4,7 @@
 
 #include "boards/timetravel/pastrow.h"
 #include "boards/timetravel/timetravelmodel.h"
-#include "ui/rowlist.h"
+#include "ui/lists/rowlist.h"
 
 #include <QWidget>
 

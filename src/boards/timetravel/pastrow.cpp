@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/timetravel/pastrow.h"
 
-#include "ui/bar.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/listrow.h"
+#include "ui/lists/listrow.h"
+#include "ui/parts/bar.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

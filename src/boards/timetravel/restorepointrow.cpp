@@ -4,11 +4,11 @@
 
 #include "state/format.h"
 #include "ui/accessible.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 

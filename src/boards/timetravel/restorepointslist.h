@@ -3,7 +3,7 @@
 #pragma once
 
 #include "state/restorepoints.h"
-#include "ui/longlist.h"
+#include "ui/lists/longlist.h"
 
 namespace quillfen {
 

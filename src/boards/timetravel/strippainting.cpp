@@ -3,10 +3,10 @@
 #include "boards/timetravel/strippainting.h"
 
 #include "boards/timetravel/pointbars.h"
-#include "ui/direction.h"
-#include "ui/paint.h"
+#include "ui/paint/direction.h"
+#include "ui/paint/paint.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QImage>
 #include <QPainter>

@@ -3,8 +3,8 @@
 #include "boards/timetravel/timeline.h"
 
 #include "boards/timetravel/timelinestrip.h"
-#include "ui/label.h"
 #include "ui/layout.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -5,7 +5,7 @@
 #include "boards/timetravel/momentbubble.h"
 #include "boards/timetravel/strippainting.h"
 #include "state/format.h"
-#include "ui/paint.h"
+#include "ui/paint/paint.h"
 #include "ui/theme.h"
 
 #include <QKeyEvent>

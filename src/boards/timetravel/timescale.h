@@ -3,7 +3,7 @@
 #pragma once
 
 #include "state/clock.h"
-#include "ui/logscale.h"
+#include "ui/controls/logscale.h"
 
 #include <QString>
 

@@ -7,12 +7,12 @@
 #include "state/recordlists.h"
 #include "state/start.h"
 #include "ui/accessible.h"
-#include "ui/boardframe.h"
-#include "ui/buttons.h"
-#include "ui/emptystate.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/picker.h"
 #include "ui/layout.h"
-#include "ui/picker.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/emptystate.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -4,7 +4,7 @@
 
 #include "boards/timetravel/timetravelmodel.h"
 #include "state/notifications.h"
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <QTimer>
 

@@ -3,13 +3,13 @@
 #include "boards/volumes/commandrow.h"
 
 #include "ui/accessible.h"
-#include "ui/direction.h"
-#include "ui/icons.h"
-#include "ui/label.h"
-#include "ui/paint.h"
-#include "ui/paragraph.h"
+#include "ui/paint/direction.h"
+#include "ui/paint/icons.h"
+#include "ui/paint/paint.h"
+#include "ui/text/label.h"
+#include "ui/text/paragraph.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -3,10 +3,10 @@
 #include "boards/volumes/keynote.h"
 
 #include "ui/accessible.h"
-#include "ui/label.h"
+#include "ui/text/label.h"
+#include "ui/text/tooltip.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
-#include "ui/type.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>

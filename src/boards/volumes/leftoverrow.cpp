@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/volumes/leftoverrow.h"
 
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/listrow.h"
-#include "ui/statemark.h"
+#include "ui/lists/listrow.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 

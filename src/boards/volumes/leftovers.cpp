@@ -5,10 +5,10 @@
 #include "boards/volumes/volumerows.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/card.h"
-#include "ui/label.h"
 #include "ui/layout.h"
-#include "ui/sectiontitle.h"
+#include "ui/parts/card.h"
+#include "ui/parts/sectiontitle.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QBoxLayout>

@@ -4,7 +4,7 @@
 
 #include "boards/volumes/leftoverrow.h"
 #include "boards/volumes/volumesmodel.h"
-#include "ui/rowlist.h"
+#include "ui/lists/rowlist.h"
 
 #include <QWidget>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "marginscrollbar.h"
 
-#include "ui/direction.h"
+#include "ui/paint/direction.h"
 
 #include <QAbstractScrollArea>
 #include <QEvent>

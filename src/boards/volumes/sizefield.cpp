@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "boards/volumes/sizefield.h"
 
-#include "ui/paint.h"
+#include "ui/paint/paint.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QLineEdit>
 #include <QPainter>

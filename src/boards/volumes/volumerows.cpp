@@ -6,7 +6,7 @@
 
 #include "state/counted.h"
 #include "state/format.h"
-#include "ui/label.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QCoreApplication>

@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "volumesdelegate.h"
 
-#include "ui/direction.h"
+#include "ui/paint/direction.h"
 #include "volumestable.h"
 #include "volumestablemodel.h"
 
-#include "ui/icons.h"
-#include "ui/paint.h"
-#include "ui/statemark.h"
+#include "ui/paint/icons.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/tooltip.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
-#include "ui/type.h"
 
 #include <QHelpEvent>
 #include <QPainter>

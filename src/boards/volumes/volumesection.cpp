@@ -8,15 +8,15 @@
 #include "desktop/fileviewer.h"
 #include "dialogs/dialogs.h"
 #include "state/start.h"
-#include "ui/buttons.h"
-#include "ui/card.h"
-#include "ui/iconview.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/pill.h"
-#include "ui/statcell.h"
+#include "ui/paint/iconview.h"
+#include "ui/parts/card.h"
+#include "ui/parts/pill.h"
+#include "ui/parts/statcell.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

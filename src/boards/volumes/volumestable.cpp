@@ -5,9 +5,9 @@
 #include "volumesdelegate.h"
 #include "volumestablemodel.h"
 
-#include "ui/fade.h"
+#include "ui/style/fade.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QCursor>
 #include <QHoverEvent>

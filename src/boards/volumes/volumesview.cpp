@@ -9,13 +9,13 @@
 #include "volumesmodel.h"
 #include "volumestablemodel.h"
 
-#include "ui/boardframe.h"
-#include "ui/buttons.h"
-#include "ui/emptystate.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
+#include "ui/controls/taborder.h"
 #include "ui/layout.h"
-#include "ui/scrollarea.h"
-#include "ui/searchfield.h"
-#include "ui/taborder.h"
+#include "ui/parts/boardframe.h"
+#include "ui/parts/emptystate.h"
+#include "ui/parts/scrollarea.h"
 
 #include <QApplication>
 #include <QBoxLayout>

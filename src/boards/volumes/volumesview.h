@@ -5,7 +5,7 @@
 #include "volumestable.h"
 
 #include "state/appstate.h"
-#include "ui/board.h"
+#include "ui/parts/board.h"
 
 #include <memory>
 

@@ -3,13 +3,14 @@
 #include "shell/activity/activitydelegate.h"
 
 #include "shell/activity/activitylist.h"
-#include "ui/agenttext.h"
-#include "ui/direction.h"
-#include "ui/spinner.h"
-#include "ui/statemark.h"
+#include "ui/controls/spinner.h"
+#include "ui/paint/direction.h"
+#include "ui/paint/paint.h"
+#include "ui/parts/statemark.h"
+#include "ui/text/agenttext.h"
+#include "ui/text/tooltip.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/tooltip.h"
-#include "ui/type.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -77,7 +78,7 @@ public:
         const QRect row = turned(m_places.row);
         m_painter.setPen(Qt::NoPen);
         if (!m_selected) {
-            m_painter.fillRect(row.left(), row.bottom(), row.width(), 1, Theme::line);
+            paintHairline(m_painter, QRect(row.left(), row.bottom(), row.width(), 1), Theme::line);
         }
         if (m_selected || hovered) {
             m_painter.setBrush(m_selected ? Theme::panel : Theme::panel2);

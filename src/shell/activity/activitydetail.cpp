@@ -5,12 +5,12 @@
 #include "boards/advanced/outputtext.h"
 #include "boards/advanced/outputview.h"
 #include "shell/activity/wordsview.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
+#include "ui/controls/buttons.h"
 #include "ui/layout.h"
-#include "ui/statemark.h"
+#include "ui/parts/statemark.h"
+#include "ui/parts/well.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
-#include "ui/well.h"
 
 #include <QBoxLayout>
 

@@ -3,8 +3,8 @@
 #include "shell/activity/activitylist.h"
 
 #include "shell/activity/activitydelegate.h"
-#include "ui/rowsview.h"
-#include "ui/spinner.h"
+#include "ui/controls/spinner.h"
+#include "ui/lists/rowsview.h"
 
 #include <QScopedValueRollback>
 #include <QScrollBar>

@@ -3,7 +3,7 @@
 #include "shell/activity/activitymodel.h"
 
 #include "state/searchkey.h"
-#include "ui/rowdiff.h"
+#include "ui/lists/rowdiff.h"
 
 #include <algorithm>
 

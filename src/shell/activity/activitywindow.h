@@ -3,7 +3,7 @@
 #pragma once
 
 #include "shell/activity/activitymodel.h"
-#include "shell/panelwindow.h"
+#include "shell/window/panelwindow.h"
 #include "state/published.h"
 
 #include <QTimer>

@@ -3,7 +3,7 @@
 #include "shell/activity/activitywords.h"
 
 #include "state/format.h"
-#include "ui/label.h"
+#include "ui/text/label.h"
 #include "ui/theme.h"
 
 #include <QCoreApplication>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/activity/wordsview.h"
 
-#include "ui/label.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "viewtest.h"
 
-#include "ui/bar.h"
-#include "ui/longlist.h"
+#include "ui/lists/longlist.h"
+#include "ui/parts/bar.h"
 
 #include <QLineEdit>
 #include <QSysInfo>

@@ -6,7 +6,7 @@
 
 #include "accounttest.h"
 
-#include "ui/fade.h"
+#include "ui/style/fade.h"
 
 namespace quillfen::test {
 

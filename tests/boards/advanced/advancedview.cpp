@@ -7,11 +7,11 @@
 #include "boards/advanced/jsoneditor.h"
 #include "boards/advanced/methodslist.h"
 #include "boards/advanced/outputview.h"
-#include "ui/fade.h"
-#include "ui/inlineerror.h"
-#include "ui/label.h"
-#include "ui/searchfield.h"
-#include "ui/textfield.h"
+#include "ui/controls/searchfield.h"
+#include "ui/controls/textfield.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/style/fade.h"
+#include "ui/text/label.h"
 
 #include <QPlainTextEdit>
 #include <QScrollArea>

@@ -5,8 +5,8 @@
 #include "boardtest.h"
 
 #include "boards/advanced/outputview.h"
-#include "ui/label.h"
-#include "ui/searchfield.h"
+#include "ui/controls/searchfield.h"
+#include "ui/text/label.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include "boards/advanced/outputlayout.h"
 #include "support/await.h"
 
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -3,7 +3,7 @@
 #include "boards/export/choicelist.h"
 
 #include "support/await.h"
-#include "ui/radiorow.h"
+#include "ui/controls/radiorow.h"
 
 #include <QApplication>
 #include <QTest>

@@ -5,11 +5,11 @@
 #include "boardtest.h"
 
 #include "desktop/fileviewer.h"
-#include "ui/fade.h"
-#include "ui/pill.h"
-#include "ui/radiorow.h"
-#include "ui/segmented.h"
-#include "ui/textfield.h"
+#include "ui/controls/radiorow.h"
+#include "ui/controls/segmented.h"
+#include "ui/controls/textfield.h"
+#include "ui/parts/pill.h"
+#include "ui/style/fade.h"
 
 #include <QAccessible>
 #include <QUrl>

@@ -4,8 +4,8 @@
 
 #include "../volumes/boardtest.h"
 
-#include "ui/fade.h"
-#include "ui/housestyle.h"
+#include "ui/style/fade.h"
+#include "ui/style/housestyle.h"
 
 namespace quillfen::test {
 

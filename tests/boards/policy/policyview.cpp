@@ -6,10 +6,10 @@
 
 #include "boards/policy/presetrow.h"
 #include "boards/policy/tierrow.h"
-#include "ui/bar.h"
-#include "ui/card.h"
-#include "ui/fade.h"
-#include "ui/picker.h"
+#include "ui/controls/picker.h"
+#include "ui/parts/bar.h"
+#include "ui/parts/card.h"
+#include "ui/style/fade.h"
 #include "ui/theme.h"
 
 #include <QAccessible>

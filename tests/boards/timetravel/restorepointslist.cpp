@@ -5,12 +5,12 @@
 #include "boards/timetravel/restorepointrow.h"
 #include "rpc/json.h"
 #include "state/userlocale.h"
-#include "ui/buttons.h"
-#include "ui/housestyle.h"
-#include "ui/label.h"
-#include "ui/scrollarea.h"
+#include "ui/controls/buttons.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/style/housestyle.h"
+#include "ui/text/label.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QAccessible>
 #include <QApplication>

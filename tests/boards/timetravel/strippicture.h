@@ -3,8 +3,8 @@
 #pragma once
 
 #include "boards/timetravel/timelinestrip.h"
+#include "ui/text/type.h"
 #include "ui/theme.h"
-#include "ui/type.h"
 
 #include <QImage>
 #include <QPainter>

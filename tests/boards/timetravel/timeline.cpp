@@ -8,7 +8,7 @@
 #include "state/format.h"
 #include "state/userlocale.h"
 #include "strippicture.h"
-#include "ui/housestyle.h"
+#include "ui/style/housestyle.h"
 
 #include <QAccessible>
 #include <QApplication>

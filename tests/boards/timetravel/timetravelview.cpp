@@ -9,9 +9,9 @@
 #include "desktop/fileviewer.h"
 #include "state/format.h"
 #include "state/userlocale.h"
-#include "ui/datetimefield.h"
-#include "ui/fade.h"
-#include "ui/picker.h"
+#include "ui/controls/picker.h"
+#include "ui/dates/datetimefield.h"
+#include "ui/style/fade.h"
 
 namespace {
 

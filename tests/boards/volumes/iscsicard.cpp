@@ -5,11 +5,11 @@
 #include "boardtest.h"
 
 #include "boards/volumes/commandrow.h"
-#include "ui/fade.h"
-#include "ui/label.h"
-#include "ui/segmented.h"
-#include "ui/textfield.h"
-#include "ui/toggle.h"
+#include "ui/controls/segmented.h"
+#include "ui/controls/textfield.h"
+#include "ui/controls/toggle.h"
+#include "ui/style/fade.h"
+#include "ui/text/label.h"
 
 #include <QAccessible>
 

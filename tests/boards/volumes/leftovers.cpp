@@ -4,8 +4,8 @@
 
 #include "boardtest.h"
 
-#include "ui/fade.h"
-#include "ui/label.h"
+#include "ui/style/fade.h"
+#include "ui/text/label.h"
 
 namespace {
 

@@ -5,14 +5,14 @@
 #include "boardtest.h"
 
 #include "boards/volumes/sizefield.h"
-#include "ui/fade.h"
-#include "ui/inlineerror.h"
-#include "ui/sharetile.h"
-#include "ui/sheet.h"
-#include "ui/slider.h"
-#include "ui/textfield.h"
-#include "ui/toggle.h"
-#include "ui/type.h"
+#include "ui/controls/sharetile.h"
+#include "ui/controls/slider.h"
+#include "ui/controls/textfield.h"
+#include "ui/controls/toggle.h"
+#include "ui/overlays/sheet.h"
+#include "ui/parts/inlineerror.h"
+#include "ui/style/fade.h"
+#include "ui/text/type.h"
 
 namespace {
 

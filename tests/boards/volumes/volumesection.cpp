@@ -7,9 +7,9 @@
 #include "boards/volumes/iscsicard.h"
 #include "boards/volumes/keynote.h"
 #include "desktop/fileviewer.h"
-#include "ui/fade.h"
-#include "ui/label.h"
-#include "ui/pill.h"
+#include "ui/parts/pill.h"
+#include "ui/style/fade.h"
+#include "ui/text/label.h"
 
 namespace {
 

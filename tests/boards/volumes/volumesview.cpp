@@ -9,11 +9,11 @@
 #include "boards/volumes/volumesection.h"
 #include "boards/volumes/volumestable.h"
 #include "boards/volumes/volumestablemodel.h"
-#include "ui/buttons.h"
-#include "ui/emptystate.h"
-#include "ui/label.h"
-#include "ui/scrollarea.h"
-#include "ui/searchfield.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
+#include "ui/parts/emptystate.h"
+#include "ui/parts/scrollarea.h"
+#include "ui/text/label.h"
 
 #include <QScrollBar>
 

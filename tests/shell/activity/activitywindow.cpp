@@ -12,11 +12,11 @@
 #include "shell/appdelegate.h"
 #include "shell/mainwindow.h"
 #include "shell/rootview.h"
-#include "ui/buttons.h"
-#include "ui/label.h"
-#include "ui/searchfield.h"
-#include "ui/toast.h"
-#include "ui/toggle.h"
+#include "ui/controls/buttons.h"
+#include "ui/controls/searchfield.h"
+#include "ui/controls/toggle.h"
+#include "ui/overlays/toast.h"
+#include "ui/text/label.h"
 
 #include <QAccessible>
 #include <QApplication>
