@@ -46,6 +46,9 @@ bool maskIn(json::value &value, bool isSecret, QStringList &secrets)
     } else if (isSecret && (value.is_string() || value.is_number())) {
         const std::string text = value.is_string() ? std::string(value.get_string()) : json::serialize(value);
         secrets.append(QString::fromStdString(text));
+        if (const std::size_t end = text.find_last_of("=/"); end != std::string::npos && end + 1 < text.size()) {
+            secrets.append(QString::fromStdString(text.substr(end + 1))); // a link's code may be quoted alone
+        }
         value = mask;
         found = true;
     }
@@ -70,6 +73,7 @@ MaskedLine masked(std::string_view requestLine)
     MaskedLine result;
     if (requestLine.size() > longestLine) {
         result.line = beginningOf(requestLine);
+        result.isWhole = false;
         return result;
     }
     boost::system::error_code problem;
@@ -82,6 +86,8 @@ MaskedLine masked(std::string_view requestLine)
     json::object *const object = request.if_object();
     json::value *const params = object == nullptr ? nullptr : object->if_contains("params");
     const bool changed = params != nullptr && maskIn(*params, false, result.secrets);
+    // The longest first: one may be a part of another.
+    std::ranges::stable_sort(result.secrets, std::ranges::greater(), &QString::size);
     result.line = changed ? json::serialize(request) : std::string(requestLine);
     return result;
 }

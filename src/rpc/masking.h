@@ -13,7 +13,8 @@ namespace quillfen {
 /// A request as it may be kept and shown: what opens doors is masked.
 struct MaskedLine {
     std::string line; ///< the request without its line feed; beyond 64 KiB its parameters are left out, and it says so
-    QStringList secrets; ///< what was masked, to be kept out of what is said about the call
+    QStringList secrets; ///< what was masked, to be kept out of what is said about the call; the longest first
+    bool isWhole = true; ///< else the parameters are left out, and nobody knows what in them is secret
 };
 
 /// Masks every text and number that stands under the name of a secret ("code", "token", "secret", "password",

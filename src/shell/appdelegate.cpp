@@ -106,8 +106,18 @@ void AppDelegate::openStatusArea()
     onWish(&StatusArea::openRequested, {});
     onWish(&StatusArea::timeTravelRequested, QLatin1StringView(action::timeTravel));
     onWish(&StatusArea::newVolumeRequested, QLatin1StringView(action::newVolume));
-    connect(m_statusArea, &StatusArea::activityRequested, this, &AppDelegate::showActivity);
-    connect(m_statusArea, &StatusArea::aboutRequested, this, &AppDelegate::about);
+    // A window beside an open question would be dead, and lie over it: the question comes forward instead.
+    const auto unlessAsked = [this](auto show) {
+        return [this, show] {
+            if (QWidget *const question = QApplication::activeModalWidget()) {
+                bringToFront(*question);
+            } else {
+                (this->*show)();
+            }
+        };
+    };
+    connect(m_statusArea, &StatusArea::activityRequested, this, unlessAsked(&AppDelegate::showActivity));
+    connect(m_statusArea, &StatusArea::aboutRequested, this, unlessAsked(&AppDelegate::about));
     connect(m_statusArea, &StatusArea::quitRequested, this, &AppDelegate::quitRequested);
     m_statusArea->open();
 }

@@ -35,12 +35,14 @@ QCoro::Task<CallOutcome> attempt(std::shared_ptr<AppState> state, Action action)
 {
     CallOutcome outcome;
     QStringList secrets;
+    bool mayBeKept = true;
     std::optional<std::int64_t> code;
     std::optional<std::uint64_t> running;
     try {
         RPC::Request request = state->rpc().prepare(action.method, action.params, action.timeout);
         MaskedLine shown = masked(request.line);
         secrets = std::move(shown.secrets);
+        mayBeKept = shown.isWhole;
         running = state->activity.begin(noteOf(action, std::move(shown.line)));
         outcome.answer = co_await state->rpc().call(std::move(request));
     } catch (const RPCError &error) {
@@ -54,7 +56,8 @@ QCoro::Task<CallOutcome> attempt(std::shared_ptr<AppState> state, Action action)
     }
     // What could not even be written down as a request is kept all the same.
     const std::uint64_t id = running ? *running : state->activity.begin(noteOf(action, {}));
-    state->activity.end(id, {without(secrets, outcome.words), code.has_value(), code});
+    const QString kept = mayBeKept ? without(secrets, outcome.words) : QString();
+    state->activity.end(id, {kept, code.has_value(), code});
     co_return outcome;
 }
 

@@ -23,12 +23,17 @@ QCoro::Task<> AppState::deployAndMount(std::int64_t id, QString name)
     const json::object request = params("volume_id", id);
     const QString beginning = tr("Starting the appliance for %1…").arg(name);
     Action deploy = calling("appliance.deploy", request, timeLimit("appliance.deploy"));
-    deploy.operation = tr("Starting the appliance for %1").arg(name);
     deploy.done = saying(tr("appliance for %1 started").arg(name)); // for the activity; the mount is still to come
-    deploy.progressEvent = "appliance.progress";
     Action mount = calling("mount.attach", request, timeLimit("mount.attach"));
     const QString mounted = tr("%1 is mounted in ~/Quillfen/%1").arg(name);
     mount.done = saying(mounted);
+
+    // To whoever waits for the volume its calls and the pauses between them are one operation.
+    RunningCall whole;
+    whole.method = "appliance.deploy, mount.attach";
+    whole.title = tr("Starting and mounting %1").arg(name);
+    whole.progressEvent = "appliance.progress";
+    const std::uint64_t operation = activity.begin(std::move(whole));
 
     show(beginning);
     busy = true;
@@ -38,6 +43,7 @@ QCoro::Task<> AppState::deployAndMount(std::int64_t id, QString name)
     }
     busy = false;
     if (!outcome.answer) {
+        activity.end(operation, {outcome.words, true, std::nullopt});
         co_return;
     }
 
@@ -49,6 +55,7 @@ QCoro::Task<> AppState::deployAndMount(std::int64_t id, QString name)
         const Pauses::Awaiter pause = m_pauses.of(m_timing.mountRetryDelay);
         co_await pause;
     }
+    activity.end(operation, {outcome.words, !outcome.answer.has_value(), std::nullopt});
     if (m_shutDown) {
         co_return;
     }

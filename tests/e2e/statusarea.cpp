@@ -65,6 +65,8 @@ protected:
 
     static void openPanel(const Client &client, const StatusHost &host)
     {
+        // A window that is still coming would take the keyboard from the panel, which closes then.
+        EXPECT_TRUE(waitFor([&] { return client.windows().empty() || client.windows().front().active(); }));
         host.click(1500, 10);
         EXPECT_TRUE(waitFor([&] { return panelOf(client).active(); })) << client.dump();
     }

@@ -49,7 +49,19 @@ TEST(Masking, MasksNumbersAndEverythingBelowASecretName)
 {
     const MaskedLine shown = masked(R"({"params":{"code":123456,"secret":{"one":"first","two":["second"]}}})");
     EXPECT_EQ(shown.line, R"({"params":{"code":"••••••","secret":{"one":"••••••","two":["••••••"]}}})");
-    EXPECT_THAT(shown.secrets, ElementsAre(u"123456"_s, u"first"_s, u"second"_s));
+    EXPECT_THAT(shown.secrets, ElementsAre(u"123456"_s, u"second"_s, u"first"_s));
+}
+
+TEST(Masking, ALinksCodeIsASecretOfItsOwn)
+{
+    const MaskedLine shown = masked(R"({"params":{"code":"quillfen:enrol?code=quill-abc"}})");
+    EXPECT_EQ(without(shown.secrets, u"no such code: quill-abc"_s), u"no such code: ••••••"_s);
+}
+
+TEST(Masking, ASecretWithinAnotherLeavesNothingOfIt)
+{
+    const MaskedLine shown = masked(R"({"params":{"token":"abcd","secret":"abcdefgh"}})");
+    EXPECT_EQ(without(shown.secrets, u"abcdefgh"_s), u"••••••"_s);
 }
 
 TEST(Masking, AMethodsNameIsNoSecret)
@@ -63,6 +75,7 @@ TEST(Masking, OfARequestTooLongToKeepTheBeginningStays)
     const std::string line = R"({"id":3,"method":"m","params":{"secret":")" + std::string(70'000, 'x') + R"("}})";
     const MaskedLine shown = masked(line);
     EXPECT_EQ(shown.line, R"({"id":3,"method":"m"… (+)" + std::to_string(line.size() - 20) + " bytes)");
+    EXPECT_FALSE(shown.isWhole);
 }
 
 TEST(Masking, WhatIsNoRequestIsNotKept)

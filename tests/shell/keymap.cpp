@@ -76,7 +76,11 @@ struct Workspace {
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    ~Workspace() { settle(*state); }
+    ~Workspace()
+    {
+        settle(*state);
+        state->shutDown(); // whoever still asks gets an answer
+    }
 
     [[nodiscard]] MainView &view() { return *window.root().mainView(); }
     template <typename Widget>

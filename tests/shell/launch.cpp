@@ -107,8 +107,15 @@ TEST(LaunchOptions, NameTheArgumentTheyDoNotKnow)
 {
     EXPECT_EQ(launchOptionsFrom(line({u"--frobnicate"_s})).problem, u"Unknown option: --frobnicate"_s);
     EXPECT_EQ(launchOptionsFrom(line({u"--help"_s, u"-x"_s})).problem, u"Unknown option: -x"_s);
-    EXPECT_EQ(launchOptionsFrom(line({u"file.txt"_s})).problem, u"Unexpected argument: file.txt"_s);
-    EXPECT_EQ(launchOptionsFrom(line({u"QUILLFEN:a"_s})).problem, u"Unexpected argument: QUILLFEN:a"_s);
+    EXPECT_EQ(launchOptionsFrom(line({u"--help"_s, u"file.txt"_s})).problem, u"Unexpected argument number 2"_s);
+}
+
+TEST(LaunchOptions, NameNoCodeInWhatTheyDoNotKnow)
+{
+    EXPECT_EQ(launchOptionsFrom(line({u"--enroll=quill-abc"_s})).problem, u"Unknown option: --enroll"_s);
+    for (const QString &argument : {u"QUILLFEN:enrol?code=quill-abc"_s, u"quill-abc"_s}) {
+        EXPECT_FALSE(launchOptionsFrom(line({argument})).problem.value().contains(u"quill-abc"_s));
+    }
 }
 
 TEST(LaunchOptions, WantAFolderForTheTour)

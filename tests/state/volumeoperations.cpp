@@ -47,12 +47,34 @@ TEST_F(DeployAndMount, DeploysMountsTellsAndRefreshes)
     EXPECT_EQ(agent.requests("mount.attach").front().params, params("volume_id", 7));
 }
 
+TEST_F(DeployAndMount, IsOneOperationFromItsBeginningToItsEnd)
+{
+    agent.fail("mount.attach", {.message = "not up yet"});
+    const QCoro::Task<> task = state->deployAndMount(7, u"photos"_s);
+    ASSERT_TRUE(eventually([&] { return agent.count("mount.attach") >= 2; }));
+    ASSERT_FALSE(state->activity.running().isEmpty()) << "also in the pauses";
+    EXPECT_EQ(state->activity.running().front().title, u"Starting and mounting photos"_s);
+    agent.answer("mount.attach", nullptr);
+    ASSERT_TRUE(eventually([&] { return task.isReady(); }));
+    EXPECT_TRUE(state->activity.running().isEmpty());
+    const auto &past = state->activity.past();
+    const auto whole = std::ranges::find(past, u"Starting and mounting photos"_s, &ActivityEntry::title);
+    ASSERT_NE(whole, past.end());
+    EXPECT_EQ(whole->kind, ActivityEntry::Kind::Done);
+    EXPECT_EQ(whole->words, u"photos is mounted in ~/Quillfen/photos"_s);
+    const auto deployed = std::ranges::find(past, std::string("appliance.deploy"), &ActivityEntry::method);
+    ASSERT_NE(deployed, past.end());
+    EXPECT_GE(whole->took, deployed->took);
+}
+
 TEST_F(DeployAndMount, AFailedDeploymentShowsItsTextAndStops)
 {
     agent.fail("appliance.deploy", {.message = "no room in the engine"});
     await(state->deployAndMount(7, u"photos"_s));
     EXPECT_EQ(state->toast(), u"no room in the engine"_s);
     EXPECT_FALSE(state->busy());
+    EXPECT_TRUE(state->activity.running().isEmpty());
+    EXPECT_EQ(state->activity.past().back().kind, ActivityEntry::Kind::Failed);
     EXPECT_THAT(agent.log(), ElementsAre("appliance.deploy"));
 }
 

@@ -45,9 +45,9 @@ LaunchOptions launchOptionsFrom(const QStringList &arguments)
         } else if (isProductLink(argument)) {
             options.links.append(argument);
         } else if (argument.startsWith(u'-')) {
-            options.problem = tr("Unknown option: %1").arg(argument);
-        } else {
-            options.problem = tr("Unexpected argument: %1").arg(argument);
+            options.problem = tr("Unknown option: %1").arg(argument.section(u'=', 0, 0)); // what follows may be a code
+        } else {                                                                          // so may this
+            options.problem = tr("Unexpected argument number %1").arg(i);
         }
     }
     return options;

@@ -76,4 +76,9 @@ void PanelWindow::mouseMoveEvent(QMouseEvent *event)
     }
 }
 
+void PanelWindow::mouseReleaseEvent(QMouseEvent *)
+{
+    m_held.reset();
+}
+
 } // namespace quillfen

@@ -19,6 +19,12 @@ ScrollArea::ScrollArea(QWidget *parent) : QScrollArea(parent)
     connect(qApp, &QApplication::focusChanged, this, &ScrollArea::followFocus);
 }
 
+ScrollArea::~ScrollArea()
+{
+    // What has the keyboard in here loses it when it goes with us.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 /// Tab within the area does so by itself. Not the Tab that comes in from elsewhere in the window, an arrow key, or who
 /// gives the keyboard to something here. What the mouse presses is in sight, and must not move away below it; and the
 /// window that becomes active again shows what it showed.

@@ -16,6 +16,7 @@ class ScrollArea final : public QScrollArea {
 
 public:
     explicit ScrollArea(QWidget *parent = nullptr);
+    ~ScrollArea() override;
 
     /// For an area that reaches the window's edge: its scroll bar stands beside the strip that resizes the window.
     void standOffWindowEdge();

@@ -19,7 +19,7 @@ namespace {
 /// Without a bus the connection would try to start one, and wait for it.
 bool busIsThere()
 {
-    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) {
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
         return true;
     }
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
