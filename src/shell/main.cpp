@@ -4,6 +4,7 @@
 #include "shell/mainwindow.h"
 #include "shell/process/launch.h"
 #include "shell/process/oneprocess.h"
+#include "shell/process/product.h"
 #include "shell/rootview.h"
 #include "shell/tour.h"
 #include "shell/window/controlsside.h"
@@ -161,6 +162,6 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     qInstallMessageHandler(usual);
     QApplication::setApplicationName(QStringLiteral("Quillfen"));
-    QApplication::setDesktopFileName(QStringLiteral("io.quillfen.Quillfen"));
+    QApplication::setDesktopFileName(product::id());
     return runWindow(application, arguments, options, door.get());
 }

@@ -106,6 +106,19 @@ TEST(StatusArea, ItsMenuLeavesNothingBehindHoweverOftenItOpens)
     EXPECT_EQ(area.menu().findChildren<QMenu *>().size(), 1);
 }
 
+TEST(StatusArea, ALongNameIsCutWhereNoCharacterIsTornApart)
+{
+    const std::shared_ptr<AppState> state = stateWithVolumes(1);
+    Record volume = state->volumes().first();
+    volume["name"] = std::string(59, 'a') + "\U0001F4BE\U0001F4BE";
+    Records volumes;
+    volumes.append(volume);
+    state->volumes = volumes;
+    StatusArea area(state);
+    const QString text = entry(area.menu(), u"Volumes"_s)->menu()->actions().first()->text();
+    EXPECT_TRUE(text.startsWith(QString(59, u'a') + u"… · "_s)) << text.toStdString();
+}
+
 TEST(StatusArea, HasNoIconWhereTheDesktopHasNoRoomForOne)
 {
     StatusArea area(signedInState());

@@ -4,6 +4,7 @@
 
 #include "state/appstate.h"
 #include "state/counted.h"
+#include "ui/text/agenttext.h"
 #include "ui/text/label.h"
 
 #include <QGuiApplication>
@@ -24,16 +25,6 @@ constexpr int furtherNumber = 0;
 constexpr qsizetype longestSummary = 100;
 constexpr qsizetype longestBody = 400;
 
-/// Agent text as a line of the desktop's, which is not ours to elide it.
-QString line(const QString &text, qsizetype longest)
-{
-    if (text.size() <= longest) {
-        return madeVisible(text);
-    }
-    const qsizetype end = text.at(longest - 1).isHighSurrogate() ? longest - 1 : longest;
-    return madeVisible(text.left(end) + u'…');
-}
-
 QString productName()
 {
     return QStringLiteral("Quillfen");
@@ -43,12 +34,12 @@ NotificationText outcomeOf(const ActivityEntry &entry)
 {
     NotificationText text;
     text.failed = entry.kind == Kind::Failed;
-    text.summary = entry.title.isEmpty() ? productName() : line(entry.title, longestSummary);
+    text.summary = entry.title.isEmpty() ? productName() : shortened(entry.title, longestSummary);
     if (!entry.words.isEmpty()) {
-        text.body = line(entry.words, longestBody);
+        text.body = shortened(entry.words, longestBody);
     } else {
         const QString outcome = text.failed ? Notifier::tr("Failed") : Notifier::tr("Done");
-        text.body = line(QString::fromStdString(entry.method), longestSummary) + QStringLiteral(" · ") + outcome;
+        text.body = shortened(QString::fromStdString(entry.method), longestSummary) + QStringLiteral(" · ") + outcome;
     }
     return text;
 }

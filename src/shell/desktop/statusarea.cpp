@@ -6,6 +6,7 @@
 #include "shell/desktop/statusicon.h"
 #include "shell/panel/menubarview.h"
 #include "state/appstate.h"
+#include "ui/text/agenttext.h"
 #include "ui/text/label.h"
 
 #include <QCursor>
@@ -127,10 +128,7 @@ void StatusArea::addVolumes()
 /// Agent text as the label of an entry, as it is.
 QString StatusArea::entryText(const QString &text) const
 {
-    QString visible = madeVisible(text);
-    if (visible.size() > longestName) {
-        visible = visible.left(longestName) + u'…';
-    }
+    QString visible = shortened(text, longestName);
     if (m_drawnBy == platform::MenuBy::Program) {
         return visible.replace(u'&', QStringLiteral("&&"));
     }

@@ -7,6 +7,8 @@
 
 #include <QTimer>
 
+#include <memory>
+
 using namespace std::chrono_literals;
 
 namespace quillfen::platform {
@@ -22,15 +24,25 @@ constexpr auto loginTime = 10s;
 void watchStatusArea(QObject &context, const std::function<void(MenuBy)> &appeared, const std::function<void()> &gone)
 {
     BusWatch *watch = nullptr;
+    const auto isTaken = std::make_shared<bool>(false); // by the older one, which the icon then keeps to
     // Without an address the bus library would start a bus of its own, which takes long and leads nowhere.
     if (sessionBusExists()) {
         watch = new BusWatch(&context);
-        QObject::connect(watch, &BusWatch::appeared, &context, [appeared] { appeared(MenuBy::Desktop); });
-        QObject::connect(watch, &BusWatch::gone, &context, [gone] { gone(); });
+        QObject::connect(watch, &BusWatch::appeared, &context, [appeared, isTaken] {
+            if (!*isTaken) {
+                appeared(MenuBy::Desktop);
+            }
+        });
+        QObject::connect(watch, &BusWatch::gone, &context, [gone, isTaken] {
+            if (!*isTaken) {
+                gone();
+            }
+        });
     }
-    QTimer::singleShot(loginTime, &context, [appeared, watch] {
+    QTimer::singleShot(loginTime, &context, [appeared, watch, isTaken] {
         const bool onBus = watch != nullptr && watch->isThere();
         if (!onBus && selectionHasOwner("_NET_SYSTEM_TRAY_S0").value_or(false)) {
+            *isTaken = true;
             appeared(MenuBy::Program);
         }
     });

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Quillfen authors
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/process/busdoor.h"
+#include "shell/process/product.h"
 
 #include <QDBusMessage>
 #include <QDBusReply>
@@ -16,12 +17,6 @@ namespace {
 const QString &connectionName()
 {
     static const QString name = u"quillfen"_s;
-    return name;
-}
-
-const QString &busName()
-{
-    static const QString name = u"io.quillfen.Quillfen"_s;
     return name;
 }
 
@@ -64,7 +59,7 @@ std::vector<QDBusMessage> callsFor(const Wish &wish)
     std::vector<QDBusMessage> calls;
     const auto add = [&](const QString &method, const QVariantList &arguments) {
         QDBusMessage call =
-            QDBusMessage::createMethodCall(busName(), objectPath(), u"org.freedesktop.Application"_s, method);
+            QDBusMessage::createMethodCall(product::id(), objectPath(), u"org.freedesktop.Application"_s, method);
         call.setArguments(arguments);
         // One that ends meanwhile is not to be started again by this.
         call.setAutoStartService(false);
@@ -102,7 +97,7 @@ Claim BusDoor::claim(const Wish &wish)
 {
     // First the object, then the name: what the bus has kept for the name comes in with it.
     m_bus.registerObject(objectPath(), this, QDBusConnection::ExportAdaptors);
-    if (m_bus.registerService(busName())) {
+    if (m_bus.registerService(product::id())) {
         return Claim::First;
     }
     m_bus.unregisterObject(objectPath());

@@ -4,8 +4,14 @@
 
 #include <QString>
 
-/// What the product is called on the network.
+/// What the product is called on the network and by the desktop.
 namespace quillfen::product {
+
+/// The name of its desktop entry and its icon, and on the session bus.
+[[nodiscard]] inline QString id()
+{
+    return QStringLiteral("io.quillfen.Quillfen");
+}
 
 /// The host of the product's web site, from which the engine is downloaded too.
 [[nodiscard]] inline QString webHost()
